@@ -1,0 +1,50 @@
+# The two commands that do everything on a fresh Debian machine:
+#   make run    installs what is missing, builds, starts the app
+#   make test   installs what is missing, builds, runs every test (release, then sanitizers)
+SHELL := /bin/bash
+.DEFAULT_GOAL := run
+.PHONY: bootstrap build run test test-release test-asan bench fuzz acceptance clean
+
+FUZZ_SECONDS ?= 600
+
+bootstrap:
+	@scripts/bootstrap
+
+build: bootstrap
+	@cmake --preset release >/dev/null
+	@cmake --build --preset release
+
+run: build
+	./build/release/bin/vornelt
+
+test: bootstrap
+	@$(MAKE) --no-print-directory test-release
+	@$(MAKE) --no-print-directory test-asan
+
+test-release:
+	@cmake --preset release >/dev/null
+	@cmake --build --preset release
+	@ctest --preset release
+
+test-asan:
+	@cmake --preset asan >/dev/null
+	@cmake --build --preset asan
+	@ctest --preset asan
+
+# The acceptance cases of the converter alone, with their verdict.
+acceptance: build
+	../shared/acceptance/check build/release/bin/vornelt-convert
+
+bench: bootstrap
+	@cmake --preset bench >/dev/null
+	@cmake --build --preset bench
+	@bench/run build/bench
+
+fuzz:
+	@scripts/bootstrap --fuzz
+	@cmake --preset fuzz >/dev/null
+	@cmake --build --preset fuzz
+	@fuzz/run build/fuzz $(FUZZ_SECONDS)
+
+clean:
+	rm -rf build

@@ -1,0 +1,5 @@
+#include "document/load.hpp"
+namespace vornelt {
+void Open_CMX() {}
+void FileDropedInEditField() {}
+}  // namespace vornelt

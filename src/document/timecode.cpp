@@ -1,0 +1,49 @@
+#include "document/timecode.hpp"
+
+#include <cmath>
+
+#include "document/text.hpp"
+
+namespace vornelt {
+
+namespace {
+
+int32_t TcToFrames(std::string_view tc, int r) {
+    const double rate = r;
+    const double h = Val(Mid(tc, 1, 2));
+    const double m = Val(Mid(tc, 4, 2));
+    const double s = Val(Mid(tc, 7, 2));
+    const double f = Val(Mid(tc, 10, 2));
+    // Each term is truncated on its own; the sum wraps as a 32-bit integer would.
+    uint32_t sum = uint32_t(ToInt32(f));
+    sum += uint32_t(ToInt32(s * rate));
+    sum += uint32_t(ToInt32(m * rate * 60.0));
+    sum += uint32_t(ToInt32(h * rate * 60.0 * 60.0));
+    return int32_t(sum);
+}
+
+std::string FramesToTc(int32_t n, int r) {
+    const double frames = n;
+    const int64_t hours = int64_t(std::floor(frames / (3600.0 * r)));
+    const int64_t totalMinutes = int64_t(std::floor(frames / (60.0 * r)));
+    const int64_t totalSeconds = int64_t(std::floor(frames / r));
+    int64_t minutes = totalMinutes;
+    if (minutes >= 60) minutes = totalMinutes - hours * 60;
+    int64_t seconds = totalSeconds;
+    if (seconds >= 60) seconds = totalSeconds - totalMinutes * 60;
+    const int64_t rest = int64_t(n) - totalSeconds * r;
+    return Format(hours, "00") + ":" + Format(minutes, "00") + ":" + Format(seconds, "00") + ":" +
+           Format(rest, "00");
+}
+
+}  // namespace
+
+int32_t TC_to_Frame24(std::string_view tc) { return TcToFrames(tc, 24); }
+int32_t TC_to_Frame25(std::string_view tc) { return TcToFrames(tc, 25); }
+int32_t TC_to_Frame30NonDrop(std::string_view tc) { return TcToFrames(tc, 30); }
+
+std::string Frames24_to_TC(int32_t frames) { return FramesToTc(frames, 24); }
+std::string Frames25_to_TC(int32_t frames) { return FramesToTc(frames, 25); }
+std::string Frames30NonDrop_to_TC(int32_t frames) { return FramesToTc(frames, 30); }
+
+}  // namespace vornelt

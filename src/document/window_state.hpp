@@ -1,0 +1,139 @@
+#pragma once
+// The main window state: the record of named control values that the logic reads and
+// writes. The logic never touches a window; the desktop application mirrors this record on
+// screen and writes the user's input back into it. Beside it stands the record of the
+// progress window, which the reader drives the same way.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "document/text_column.hpp"
+#include "platform/platform.hpp"
+
+namespace vornelt {
+
+struct Control {
+    bool Enabled = true;
+    bool Visible = true;
+};
+
+struct PushButton : Control {};
+struct Canvas : Control {};
+
+struct CheckBox : Control {
+    bool Value = false;
+};
+
+struct PopupMenu : Control {
+    int ListIndex = 0;
+};
+
+struct Label {
+    std::string Text;
+};
+
+// A one-line entry field. Writing its text runs the field's change handling, with or
+// without a window: the text is folded to capitals and the caret stays where it was (the
+// movie field then regenerates the list).
+class EntryField : public Control {
+public:
+    enum class Kind { ReelName, SeqTitle, RenderedMovie };
+    explicit EntryField(Kind kind) : kind_(kind) {}
+
+    const std::string& Text() const noexcept { return text_; }
+    void SetText(std::string_view text);  // runs the change handling
+
+    Kind FieldKind() const noexcept { return kind_; }
+    int64_t SelStart = 0;  // the caret, in characters
+    int LimitText = 0;     // the most characters the user may type; 0: no limit
+
+private:
+    friend void EF_ReelName_TextChange();
+    friend void EF_SeqTitle_TextChange();
+    friend void EF_RenderedMovie_TextChange();
+    void FoldToCapitals();  // the first three steps of every field's change handling
+
+    Kind kind_;
+    std::string text_;
+};
+
+// The read-only text area that shows the list. Its text shares the buffer of the list.
+struct TextArea : Control {
+    SharedText Text = std::make_shared<const std::string>();
+    bool ReadOnly = true;
+};
+
+struct MainWindowState {
+    std::string Title = "Vornelt";
+    MouseCursor Cursor = MouseCursor::StandardPointer;
+
+    PushButton BtnOpenEDL;
+    PushButton BtnSaveEDL;
+    PushButton BtnResetAll{{false, false}};
+    PushButton BtnSelectMovie{{false, true}};
+
+    EntryField EF_ReelName{EntryField::Kind::ReelName};
+    EntryField EF_SeqTitle{EntryField::Kind::SeqTitle};
+    EntryField EF_RenderedMovie{EntryField::Kind::RenderedMovie};
+    TextArea EditField1;
+
+    Canvas Canvas1;
+    Canvas Canvas2;
+
+    Label ST_EdlFormat;
+    Label ST_FrameRate;
+    Label ST_FCM;
+
+    CheckBox Chb_Mirror{{false, true}, true};
+    CheckBox Chb_FixKeyDuration{{false, true}, true};
+    CheckBox Chb_V1{{false, true}, true};
+    CheckBox Chb_V2{{false, true}, true};
+    CheckBox Chb_A1234{{false, true}, true};
+    CheckBox Chb_A1{{false, true}, true};
+    CheckBox Chb_A2{{false, true}, true};
+    CheckBox Chb_A3{{false, true}, true};
+    CheckBox Chb_A4{{false, true}, true};
+    CheckBox Chb_RemoveFreezeFrame{{false, true}, true};
+    CheckBox Chb_RemoveSpeedChanges{{false, true}, true};
+    CheckBox Chb_TransToDissolve{{false, true}, true};
+    CheckBox Chb_KeyToDissolve{{false, true}, false};
+    CheckBox Chb_ComntGenerateNew{{false, true}, true};
+    PopupMenu PopupTransition{{false, true}, 1};
+    CheckBox Chb_ComntTransition{{false, false}, false};
+    CheckBox Chb_ComntClipNames{{false, false}, false};
+    CheckBox Chb_ComntOther{{false, false}, false};
+
+    MainWindowState();
+};
+
+struct ProgressBar {
+    int32_t Maximum = 100;
+    int32_t Value = 0;
+};
+
+struct ProgressBarWindowState {
+    std::string Title = "Progress-Bar";
+    Label ST_Headline{"Was ich gerade mache"};
+    ProgressBar ProgressBar1;
+    Label ST_Detail{"Was ich genau mache und wie weit ich bin..."};
+};
+
+// The living main window's state; a new one with the first values when there is none.
+MainWindowState& MainWindow();
+// The main window is closed: the next use of MainWindow() makes a fresh one.
+void CloseMainWindow();
+bool MainWindowExists();
+
+ProgressBarWindowState& ProgressBarWindow();
+void CloseProgressBarWindow();  // closes it on screen and forgets its state
+bool ProgressBarWindowExists();
+
+// The change handling of the three entry fields: capitals with the caret kept, and for the
+// movie field a new list.
+void EF_ReelName_TextChange();
+void EF_SeqTitle_TextChange();
+void EF_RenderedMovie_TextChange();
+
+}  // namespace vornelt

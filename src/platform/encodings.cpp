@@ -1,0 +1,85 @@
+#include "platform/encodings.hpp"
+
+#include <algorithm>
+#include <array>
+
+#include "document/text.hpp"
+
+namespace vornelt {
+
+namespace {
+
+#include "platform/charsets.inc"
+
+// Mac OS Roman byte of a code point, or '?' when it has none.
+class MacRomanTable {
+public:
+    MacRomanTable() {
+        for (int b = 0; b < 128; ++b) pairs_[size_t(b)] = {kMacRomanHigh[b], char(0x80 + b)};
+        std::sort(pairs_.begin(), pairs_.end(), [](auto& a, auto& b) { return a.first < b.first; });
+    }
+    char Byte(char32_t c) const {
+        if (c < 0x80) return char(c);
+        auto it = std::lower_bound(pairs_.begin(), pairs_.end(), c,
+                                   [](const auto& p, char32_t v) { return p.first < v; });
+        return (it != pairs_.end() && it->first == c) ? it->second : '?';
+    }
+
+private:
+    std::array<std::pair<char32_t, char>, 128> pairs_{};
+};
+
+const MacRomanTable& MacRoman() {
+    static const MacRomanTable table;
+    return table;
+}
+
+}  // namespace
+
+std::string DecodeWindowsLatin1(std::string bytes) {
+    if (IsAscii(bytes)) return bytes;
+    std::string out;
+    out.reserve(bytes.size() + bytes.size() / 8);
+    for (unsigned char b : bytes) {
+        if (b < 0x80)
+            out.push_back(char(b));
+        else if (b < 0xA0)
+            AppendChar(out, kWindowsLatin1High[b - 0x80]);
+        else
+            AppendChar(out, b);
+    }
+    return out;
+}
+
+std::string EncodeMacRoman(std::string_view text) {
+    if (IsAscii(text)) return std::string(text);
+    std::string out;
+    out.reserve(text.size());
+    const MacRomanTable& table = MacRoman();
+    for (size_t i = 0; i < text.size();) out.push_back(table.Byte(NextChar(text, i)));
+    return out;
+}
+
+std::string EncodeListForSaving(std::string_view text) {
+    std::string out;
+    out.reserve(text.size() + text.size() / 32 + 16);
+    const MacRomanTable& table = MacRoman();
+    for (size_t i = 0; i < text.size();) {
+        unsigned char b = static_cast<unsigned char>(text[i]);
+        if (b == '\r') {
+            out += "\r\n";
+            i += (i + 1 < text.size() && text[i + 1] == '\n') ? 2 : 1;
+        } else if (b == '\n') {
+            out += "\r\n";
+            ++i;
+        } else if (b < 0x80) {
+            out.push_back(char(b));
+            ++i;
+        } else {
+            out.push_back(table.Byte(NextChar(text, i)));
+        }
+    }
+    return out;
+}
+
+}  // namespace vornelt

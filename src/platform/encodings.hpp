@@ -1,0 +1,23 @@
+#pragma once
+// The two character sets at the edges of the system: a list is read as Windows Latin 1 and
+// saved as Mac OS Roman. Inside, every text is UTF-8 (see document/text.hpp).
+
+#include <string>
+#include <string_view>
+
+namespace vornelt {
+
+// Every byte becomes one character as Windows Latin 1 (code page 1252). The five bytes that
+// code page leaves undefined (0x81, 0x8D, 0x8F, 0x90, 0x9D) become the code points of the
+// same value, so nothing is ever dropped. An all-ASCII text is handed back as it is.
+std::string DecodeWindowsLatin1(std::string bytes);
+
+// Mac OS Roman, one byte per character; "€" is byte 0xDB. A character that Mac OS Roman
+// cannot hold is written as "?", one per code point.
+std::string EncodeMacRoman(std::string_view text);
+
+// The bytes of a saved list: every line end (CR, LF or CR LF) becomes CR LF, then the text
+// is encoded as Mac OS Roman. One pass.
+std::string EncodeListForSaving(std::string_view text);
+
+}  // namespace vornelt

@@ -1,0 +1,112 @@
+#pragma once
+// The small layer that stands in for the window system: dialogs, message boxes, the file
+// system, the event loop and the window-modified mark. The logic calls only this; the
+// desktop application installs a Qt implementation, the tests and the converter a
+// headless one (platform/headless.hpp).
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "platform/folder_item.hpp"
+
+namespace vornelt {
+
+enum class MouseCursor { StandardPointer, Wait, FingerPointer };
+
+// The answer of a message dialog: the button taken, or None when it was closed otherwise.
+enum class DialogButton { Action, Alternate, Cancel, None };
+
+struct OpenDialogSpec {
+    std::string Title;
+    std::string PromptText;
+    std::string Filter;  // the name of a file type: "text/plain" or "movie"
+};
+
+struct SaveDialogSpec {
+    std::string Title;
+    std::string PromptText;
+    std::string SuggestedFileName;
+    FolderItemRef InitialDirectory;
+};
+
+struct MessageDialogSpec {
+    int Icon = 0;  // 1: caution
+    std::string ActionCaption = "OK";
+    bool AlternateVisible = false;
+    std::string AlternateCaption;
+    bool CancelVisible = false;
+    std::string CancelCaption = "Cancel";
+    std::string Message;
+    std::string Explanation;
+};
+
+// Raised by the file operations below; the save routines catch it.
+struct IOError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+// What the runtime raises when a routine uses a nil reference: a file that could not be
+// created, for one. The save routines catch it.
+struct NilObjectError : std::runtime_error {
+    NilObjectError() : std::runtime_error("nil object") {}
+};
+
+// A text file being written. The target is replaced only by Close: until then the bytes
+// go to a file beside it, so a save that fails half-way leaves the earlier file whole.
+class TextOutputStream {
+public:
+    virtual ~TextOutputStream() = default;
+    virtual void Write(std::string_view bytes) = 0;  // IOError on failure
+    virtual void Close() = 0;                        // IOError on failure
+};
+
+class Platform {
+public:
+    virtual ~Platform() = default;
+
+    // ---- dialogs; each blocks until answered ----
+    virtual FolderItemRef ShowOpenDialog(const OpenDialogSpec& spec) = 0;  // none: cancelled
+    virtual FolderItemRef ShowSaveDialog(const SaveDialogSpec& spec) = 0;  // none: cancelled
+    virtual void MsgBox(std::string_view text) = 0;
+    virtual DialogButton ShowMessageDialog(const MessageDialogSpec& spec) = 0;
+    virtual void Beep() = 0;
+
+    // ---- the main window and the event loop ----
+    // Marks the main window's close button as holding unsaved changes; 0 or an error number.
+    virtual int SetWindowModified(bool modified) = 0;
+    // Gives time to the event loop. Called once per row by every long loop, so it must be
+    // cheap; an implementation may serve the loop only every few milliseconds.
+    virtual void Yield() = 0;
+    // A control of the main window state or of the progress window is to be redrawn at once
+    // ("EF_SeqTitle", "ProgressBar1", "ST_Detail").
+    virtual void Redraw(std::string_view control) = 0;
+    virtual void ShowProgressWindow() = 0;
+    virtual void CloseProgressWindow() = 0;
+
+    // ---- files ----
+    // The whole file, or none when it cannot be opened or read.
+    virtual std::optional<std::string> ReadWholeFile(const FolderItem& file);
+    // Creates the file, replacing one that stands there; none when that fails.
+    virtual std::unique_ptr<TextOutputStream> CreateTextFile(const FolderItem& file);
+    // File type and creator (on macOS the Finder information; elsewhere files have none,
+    // and this does nothing).
+    virtual void SetMacTypeAndCreator(const FolderItem& file, std::string_view type, std::string_view creator);
+
+    // ---- the world outside ----
+    virtual void Launch(const FolderItem& file) = 0;  // open in the default application
+    virtual void ShowURL(std::string_view url) = 0;
+    virtual FolderItem ExecutableFile();
+};
+
+// The platform in use. Until one is installed, a headless platform that answers every dialog
+// with a cancel and shows nothing.
+Platform& GetPlatform();
+void SetPlatform(Platform* platform);  // nullptr: back to the default
+
+// The largest file a load reads (larger ones cannot be read).
+inline constexpr uint64_t kMaxListFileBytes = uint64_t(1) << 30;
+
+}  // namespace vornelt

@@ -1,0 +1,4 @@
+#include "reader/reader.hpp"
+namespace vornelt {
+void ParseCMX3600() {}
+}  // namespace vornelt

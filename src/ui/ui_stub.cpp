@@ -1,0 +1,2 @@
+// Placeholder until the window handlers land.
+namespace vornelt {}

@@ -1,0 +1,199 @@
+// The text operations, the two character sets and the timecode conversions.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+
+#include "document/text.hpp"
+#include "document/timecode.hpp"
+#include "platform/encodings.hpp"
+
+namespace vornelt {
+namespace {
+
+TEST(Text, ValReadsTheLeadingNumberOnly) {
+    struct Case {
+        const char* text;
+        double value;
+    } cases[] = {
+        {"025", 25},   {"-12.5", -12.5}, {"+3", 3},     {"5.", 5},        {".5", 0.5},
+        {"1.2.3", 1.2}, {"1e5", 1},      {"0x10", 0},   {" 5", 0},        {"B 025", 0},
+        {"", 0},       {"-", 0},         {".", 0},      {"-.5x", -0.5},   {"12ab", 12},
+        {"000.0", 0},  {"1A", 1},        {"AB", 0},     {"99", 99},       {"-0", 0},
+    };
+    for (const Case& c : cases) EXPECT_EQ(Val(c.text), c.value) << c.text;
+    EXPECT_TRUE(std::isinf(Val(std::string(400, '9'))));
+}
+
+TEST(Text, IsNumericWantsTheWholeTrimmedText) {
+    for (const char* yes : {"025", "5.", ".5", "-10", "+3", "  42  ", "0"}) EXPECT_TRUE(IsNumeric(yes)) << yes;
+    for (const char* no : {"1e5", "B 025", "", "   ", "-", ".", "1 2", "12a", "K", "\xC2\xA0" "5"})
+        EXPECT_FALSE(IsNumeric(no)) << no;
+}
+
+TEST(Text, ToInt32TruncatesAndWraps) {
+    EXPECT_EQ(ToInt32(12.9), 12);
+    EXPECT_EQ(ToInt32(-12.9), -12);
+    EXPECT_EQ(ToInt32(2147483648.0), INT32_MIN);
+    EXPECT_EQ(ToInt32(4294967297.0), 1);
+    EXPECT_EQ(ToInt32(-2147483649.0), INT32_MAX);
+    EXPECT_EQ(ToInt32(NAN), 0);
+    EXPECT_EQ(ToInt32(INFINITY), 0);
+    EXPECT_EQ(ToInt32(1e300), 0);  // a multiple of 2^32 far out
+}
+
+TEST(Text, CutsCountCharactersAndClampToTheText) {
+    EXPECT_EQ(Mid("abcdef", 3, 2), "cd");
+    EXPECT_EQ(Mid("abcdef", 3), "cdef");
+    EXPECT_EQ(Mid("abcdef", 5, 100), "ef");
+    EXPECT_EQ(Mid("abcdef", 0, 3), "abc");   // a start below 1 counts as 1
+    EXPECT_EQ(Mid("abcdef", -3, 6), "abcdef");
+    EXPECT_EQ(Mid("abcdef", 9, 2), "");
+    EXPECT_EQ(Mid("abc", 2, -1), "");
+    EXPECT_EQ(Left("abc", 10), "abc");
+    EXPECT_EQ(Left("abc", -1), "");
+    EXPECT_EQ(Right("abcdef", 11), "abcdef");
+    EXPECT_EQ(Right("abcdef", 2), "ef");
+    // "é" is two bytes but one character.
+    EXPECT_EQ(Len("caf\xC3\xA9"), 4);
+    EXPECT_EQ(Mid("caf\xC3\xA9!", 4, 1), "\xC3\xA9");
+    EXPECT_EQ(Right("x\xC3\xA9y", 2), "\xC3\xA9y");
+    EXPECT_EQ(Left("\xE2\x82\xAC" "12", 2), "\xE2\x82\xAC" "1");
+}
+
+TEST(Text, TrimTouchesBlanksOnly) {
+    EXPECT_EQ(Trim("  a b  "), "a b");
+    EXPECT_EQ(RTrim("  a  "), "  a");
+    EXPECT_EQ(Trim("\xC2\xA0" "a"), "\xC2\xA0" "a");  // a no-break space is a character
+    EXPECT_EQ(Trim("\ta"), "\ta");
+    EXPECT_EQ(Trim("    "), "");
+}
+
+TEST(Text, SearchesIgnoreCase) {
+    EXPECT_EQ(InStr("TITLE: x", "title:"), 1);
+    EXPECT_EQ(InStr(9, "01:00:00:00", ":"), 9);
+    EXPECT_EQ(InStr(10, "01:00:00:00", ":"), 0);
+    EXPECT_EQ(InStr(1, "abc", ""), 0);
+    EXPECT_EQ(InStr(5, "abc", "c"), 0);
+    EXPECT_EQ(InStr("\xC3\xA9t\xC3\xA9 K", "k"), 5);  // positions in characters
+    EXPECT_EQ(InStr("STRASSE", "\xC3\x9F"), 0);        // folding is one character to one
+    EXPECT_EQ(InStr("\xC3\x84pfel", "\xC3\xA4"), 1);   // "Ä" finds "ä"
+    EXPECT_EQ(InStr("x\xE2\x84\xAA", "k"), 2);         // the Kelvin sign folds to "k"
+    EXPECT_TRUE(EqualsCI("w001", "W001"));
+    EXPECT_FALSE(EqualsCI("W0010", "W001"));
+    EXPECT_TRUE(EqualsCI("\xC3\x89T\xC3\x89", "\xC3\xA9t\xC3\xA9"));
+    EXPECT_TRUE(StartsWithCI("m2 AX", "M2"));
+    EXPECT_FALSE(StartsWithCI(" M2", "M2"));
+    EXPECT_FALSE(StartsWithCI("M", "M2"));
+    EXPECT_EQ(ReplaceAll("Non-Drop_frame", "-", ""), "NonDrop_frame");
+    EXPECT_EQ(ReplaceAll("aAaA", "a", "b"), "bbbb");
+    EXPECT_EQ(ReplaceAll("\xC3\xA9X\xC3\x89", "\xC3\xA9", "e"), "eXe");
+    EXPECT_EQ(ReplaceAll("abc", "", "x"), "abc");
+}
+
+TEST(Text, UppercaseUsesTheFullMapping) {
+    EXPECT_EQ(Uppercase("final cut.mov"), "FINAL CUT.MOV");
+    EXPECT_EQ(Uppercase("stra\xC3\x9F" "e"), "STRASSE");
+    EXPECT_EQ(Uppercase("\xEF\xAC\x81"), "FI");  // the "fi" ligature
+    EXPECT_EQ(Uppercase("\xC3\xA9t\xC3\xA9"), "\xC3\x89T\xC3\x89");
+    EXPECT_EQ(Uppercase("123 -_"), "123 -_");
+}
+
+TEST(Text, FormatZeroFillsAndSigns) {
+    EXPECT_EQ(Format(1, "000"), "001");
+    EXPECT_EQ(Format(1000, "000"), "1000");
+    EXPECT_EQ(Format(-5, "000"), "-005");
+    EXPECT_EQ(Format(42, "0000"), "0042");
+    EXPECT_EQ(Format(10000, "0000"), "10000");
+    EXPECT_EQ(Format(INT32_MIN, "000"), "-2147483648");
+    EXPECT_EQ(Format(-12, "-#"), "-12");
+    EXPECT_EQ(Format(12, "-#"), "12");
+    EXPECT_EQ(Str(25.0), "25");
+    EXPECT_EQ(Str(-3), "-3");
+    EXPECT_EQ(Str(0.5), "0.5");
+}
+
+TEST(Text, SplitKeepsEmptyPieces) {
+    auto p = Split("a\r\rb\r", "\r");
+    ASSERT_EQ(p.size(), 4u);
+    EXPECT_EQ(p[1], "");
+    EXPECT_EQ(p[3], "");
+    EXPECT_EQ(Split("", "\r").size(), 1u);
+}
+
+TEST(Text, MalformedUtf8CountsByteByByte) {
+    const std::string bad = "a\xFF\xC3";
+    EXPECT_EQ(Len(bad), 3);
+    EXPECT_EQ(SanitizeUtf8(bad), "a\xEF\xBF\xBD\xEF\xBF\xBD");
+    EXPECT_EQ(Uppercase(bad), "A\xEF\xBF\xBD\xEF\xBF\xBD");
+}
+
+TEST(Encodings, WindowsLatin1KeepsEveryByte) {
+    std::string all;
+    for (int b = 0; b < 256; ++b) all.push_back(char(b));
+    std::string text = DecodeWindowsLatin1(all);
+    EXPECT_EQ(Len(text), 256);
+    EXPECT_EQ(Mid(text, 0x80 + 1, 1), "\xE2\x82\xAC");  // 0x80 is the euro sign
+    EXPECT_EQ(Mid(text, 0x81 + 1, 1), "\xC2\x81");      // undefined: kept as U+0081
+    EXPECT_EQ(Mid(text, 0xE9 + 1, 1), "\xC3\xA9");
+    EXPECT_EQ(DecodeWindowsLatin1("plain"), "plain");
+}
+
+TEST(Encodings, MacRomanWritesOneBytePerCharacter) {
+    EXPECT_EQ(EncodeMacRoman("\xE2\x82\xAC"), "\xDB");
+    EXPECT_EQ(EncodeMacRoman("\xC3\xA9"), "\x8E");
+    EXPECT_EQ(EncodeMacRoman("\xCE\xA9"), "\xBD");        // Omega
+    EXPECT_EQ(EncodeMacRoman("\xC2\xA4"), "?");            // the currency sign has no byte
+    EXPECT_EQ(EncodeMacRoman("\xF0\x9F\x8E\xAC" "x"), "?x");  // one "?" per code point
+    EXPECT_EQ(EncodeListForSaving("a\rb\nc\r\nd\r"), "a\r\nb\r\nc\r\nd\r\n");
+    EXPECT_EQ(EncodeListForSaving("\xC3\xA9\r"), "\x8E\r\n");
+    // Everything Windows Latin 1 reads and Mac OS Roman can hold comes back.
+    EXPECT_EQ(EncodeMacRoman(DecodeWindowsLatin1("\xE9\xE8\x80")), "\x8E\x8F\xDB");
+}
+
+TEST(Timecode, WorkedValues) {
+    struct Case {
+        int rate;
+        const char* tc;
+        int32_t frames;
+    } cases[] = {
+        {25, "00:00:01:00", 25},     {25, "00:01:00:00", 1500},     {25, "01:00:00:00", 90000},
+        {24, "01:00:00:00", 86400},  {30, "01:00:00:00", 108000},   {25, "10:00:00:10", 900010},
+        {25, "23:59:59:24", 2159999}, {25, "24:00:00:00", 2160000},
+    };
+    for (const Case& c : cases) {
+        int32_t f = c.rate == 24 ? TC_to_Frame24(c.tc) : c.rate == 25 ? TC_to_Frame25(c.tc) : TC_to_Frame30NonDrop(c.tc);
+        std::string back = c.rate == 24 ? Frames24_to_TC(f) : c.rate == 25 ? Frames25_to_TC(f) : Frames30NonDrop_to_TC(f);
+        EXPECT_EQ(f, c.frames) << c.tc;
+        EXPECT_EQ(back, c.tc);
+    }
+}
+
+TEST(Timecode, EdgesOfTheScale) {
+    EXPECT_EQ(Frames25_to_TC(0), "00:00:00:00");
+    EXPECT_EQ(Frames25_to_TC(9000000), "100:00:00:00");
+    EXPECT_EQ(TC_to_Frame25("00:00:00:30"), 30);  // no carry on the way in
+    EXPECT_EQ(Frames25_to_TC(30), "00:00:01:05");  // but on the way out
+    EXPECT_EQ(Frames25_to_TC(-1), "-01:-01:-01:24");
+    EXPECT_EQ(TC_to_Frame25("ab:cd:ef:gh"), 0);
+    EXPECT_EQ(TC_to_Frame25("1A:00:00:00"), 90000);
+    EXPECT_EQ(TC_to_Frame25(""), 0);
+    EXPECT_EQ(TC_to_Frame25("00:61:00:00"), 61 * 1500);
+    EXPECT_FALSE(Frames24_to_TC(INT32_MIN).empty());
+    EXPECT_FALSE(Frames30NonDrop_to_TC(INT32_MAX).empty());
+}
+
+TEST(Timecode, RoundTripBelowOneHundredHours) {
+    for (int rate : {24, 25, 30}) {
+        for (int64_t n = 0; n < int64_t(100) * 3600 * rate; n += 997) {
+            int32_t f = int32_t(n);
+            const int32_t back = rate == 24   ? TC_to_Frame24(Frames24_to_TC(f))
+                                 : rate == 25 ? TC_to_Frame25(Frames25_to_TC(f))
+                                              : TC_to_Frame30NonDrop(Frames30NonDrop_to_TC(f));
+            ASSERT_EQ(back, f) << rate;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace vornelt
