@@ -1,15 +1,24 @@
 #include "document/window_state.hpp"
 
-#include <memory>
-
 #include "document/text.hpp"
 #include "writer/writer.hpp"
 
 namespace vornelt {
 
 namespace {
-std::unique_ptr<MainWindowState> g_mainWindow;
-std::unique_ptr<ProgressBarWindowState> g_progressWindow;
+// The records live as long as the program: a closed window's record is made fresh on the
+// next use, so a reference that a long loop holds across a yield never dangles.
+MainWindowState& MainWindowRecord() {
+    static MainWindowState record;
+    return record;
+}
+bool g_mainWindowOpen = false;
+
+ProgressBarWindowState& ProgressRecord() {
+    static ProgressBarWindowState record;
+    return record;
+}
+bool g_progressWindowOpen = false;
 }  // namespace
 
 MainWindowState::MainWindowState() {
@@ -48,25 +57,33 @@ void EF_RenderedMovie_TextChange() {
 }
 
 MainWindowState& MainWindow() {
-    if (!g_mainWindow) g_mainWindow = std::make_unique<MainWindowState>();
-    return *g_mainWindow;
+    MainWindowState& record = MainWindowRecord();
+    if (!g_mainWindowOpen) {
+        record = MainWindowState();
+        g_mainWindowOpen = true;
+    }
+    return record;
 }
 
-void CloseMainWindow() { g_mainWindow.reset(); }
+void CloseMainWindow() { g_mainWindowOpen = false; }
 
-bool MainWindowExists() { return g_mainWindow != nullptr; }
+bool MainWindowExists() { return g_mainWindowOpen; }
 
 ProgressBarWindowState& ProgressBarWindow() {
-    if (!g_progressWindow) g_progressWindow = std::make_unique<ProgressBarWindowState>();
-    return *g_progressWindow;
+    ProgressBarWindowState& record = ProgressRecord();
+    if (!g_progressWindowOpen) {
+        record = ProgressBarWindowState();
+        g_progressWindowOpen = true;
+    }
+    return record;
 }
 
 void CloseProgressBarWindow() {
-    if (!g_progressWindow) return;
+    if (!g_progressWindowOpen) return;
     GetPlatform().CloseProgressWindow();
-    g_progressWindow.reset();
+    g_progressWindowOpen = false;
 }
 
-bool ProgressBarWindowExists() { return g_progressWindow != nullptr; }
+bool ProgressBarWindowExists() { return g_progressWindowOpen; }
 
 }  // namespace vornelt
