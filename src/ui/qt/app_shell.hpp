@@ -1,0 +1,96 @@
+#pragma once
+// The application on screen. The handlers work on records of named values (the main window
+// state and the records of the small windows); this shell keeps one Qt window for each
+// living record, mirrors the records onto them after every handler it runs, writes the
+// user's input back before it calls a handler, and owns the menu bar and its commands.
+
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+
+#include <functional>
+#include <map>
+#include <string>
+
+#include "ui/qt/main_window_view.hpp"
+#include "ui/qt/small_windows.hpp"
+
+class QAction;
+class QMenuBar;
+class QWidget;
+
+namespace vornelt::qt {
+
+class AppShell : public QObject {
+    Q_OBJECT
+public:
+    AppShell();
+    ~AppShell() override;
+
+    // The start: the application's open event, then the documents named on the command line,
+    // one after the other.
+    void Start(const QStringList& documents = {});
+    // A document handed over by the system; it waits while a load or its question stands.
+    void OpenDocument(const QString& path);
+
+    // Runs one handler, then brings every window in line with the records.
+    void Dispatch(const std::function<void()>& handler);
+    // Brings every window in line with the records (makes, closes and mirrors windows).
+    void Sync();
+    // A handler is running (a load, a regeneration, a dialog inside one).
+    bool Busy() const { return depth_ > 0; }
+
+    // The progress window, driven through the platform by the reader.
+    void ShowProgress();
+    void CloseProgress();
+    // A control is to be shown at once with its current value.
+    void Redraw(const std::string& control);
+
+    // The window that a dialog belongs to.
+    QWidget* DialogParent() const;
+
+    MainWindowView* Main() const { return main_; }
+    FrameRateView* FrameRate() const { return frameRate_; }
+    FrameRateView* FrameRateIfDroped() const { return frameRateIfDroped_; }
+    ProgressView* Progress() const { return progress_; }
+    StartUpView* StartUp() const { return startUp_; }
+    AboutView* About() const { return about_; }
+
+    // The menu bar's items by name ("FileOpen", "EditCopy").
+    QAction* Item(const QString& name) const;
+    void BuildMenuBar(QMenuBar* bar);
+
+    // Quitting: the main window may refuse, as it does on closing.
+    void Quit();
+    // On a desktop without a menu bar of its own, closing the main window ends the program.
+    bool quitWhenMainWindowCloses = false;
+
+signals:
+    // After each pass of bringing the windows in line (for tests).
+    void synced();
+
+private:
+    void SyncOnce();
+    void MakeActions();
+    void RegisterMenuHandlers();
+    void UpdateEditItems();
+    void DeliverDocuments();
+    void EditCommand(const QString& name);
+
+    int depth_ = 0;
+    bool syncing_ = false;
+    bool resync_ = false;
+    bool deliveryScheduled_ = false;
+    QStringList pendingDocuments_;
+    std::map<QString, QAction*> items_;
+    QMenuBar* globalBar_ = nullptr;
+
+    QPointer<MainWindowView> main_;
+    QPointer<FrameRateView> frameRate_;
+    QPointer<FrameRateView> frameRateIfDroped_;
+    QPointer<ProgressView> progress_;
+    QPointer<StartUpView> startUp_;
+    QPointer<AboutView> about_;
+};
+
+}  // namespace vornelt::qt

@@ -1,0 +1,337 @@
+#include "ui/qt/list_view.hpp"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+namespace vornelt::qt {
+
+namespace {
+
+constexpr int kMargin = 4;
+
+bool IsContinuationByte(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+
+bool IsWordByte(char c) { return c != ' ' && c != '\t' && c != '\r' && c != '\n'; }
+
+}  // namespace
+
+QFont ListFont() {
+    QFont font("Monaco");
+    font.setPixelSize(12);
+    font.setStyleHint(QFont::Monospace);
+    font.setFixedPitch(true);
+    if (QFontInfo(font).fixedPitch()) return font;
+    // Without Monaco the columns must still line up.
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    fixed.setPixelSize(12);
+    return fixed;
+}
+
+ListView::ListView(QWidget* parent) : QAbstractScrollArea(parent), text_(std::make_shared<const std::string>()) {
+    setFont(ListFont());
+    setFocusPolicy(Qt::StrongFocus);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    viewport()->setCursor(Qt::IBeamCursor);
+    viewport()->setBackgroundRole(QPalette::Base);
+    viewport()->setAutoFillBackground(true);
+    changeEvent(nullptr);
+    indexLines();
+}
+
+void ListView::setText(std::shared_ptr<const std::string> text) {
+    if (!text) text = std::make_shared<const std::string>();
+    if (text == text_) return;
+    // The top line stays in sight when the list is rendered anew under other options.
+    const int topLine = lineOfRow(firstVisibleRow());
+    text_ = std::move(text);
+    anchor_ = caret_ = 0;
+    indexLines();
+    const int line = std::min(topLine, std::max(0, lineCount() - 1));
+    verticalScrollBar()->setValue(lineStarts_.empty() ? 0 : int(rowStarts_[size_t(line)]));
+    viewport()->update();
+    emit selectionChanged();
+}
+
+void ListView::indexLines() {
+    const std::string& s = *text_;
+    // Offsets are kept in 32 bits; a list is far below that (the reader takes at most 1 GB).
+    const size_t size = std::min<size_t>(s.size(), std::numeric_limits<uint32_t>::max() - 1);
+    lineStarts_.clear();
+    lineEnds_.clear();
+    ascii_ = true;
+    const char* data = s.data();
+    size_t start = 0;
+    for (size_t i = 0; i < size; ++i) {
+        const char c = data[i];
+        if (static_cast<unsigned char>(c) >= 0x80) ascii_ = false;
+        if (c == '\r' || c == '\n') {
+            lineStarts_.push_back(uint32_t(start));
+            lineEnds_.push_back(uint32_t(i));
+            if (c == '\r' && i + 1 < size && data[i + 1] == '\n') ++i;
+            start = i + 1;
+        }
+    }
+    // The last line, or the empty line behind a final line end.
+    lineStarts_.push_back(uint32_t(start));
+    lineEnds_.push_back(uint32_t(size));
+    layoutRows();
+}
+
+size_t ListView::charsIn(size_t begin, size_t end) const {
+    if (ascii_) return end - begin;
+    const char* data = text_->data();
+    size_t n = 0;
+    for (size_t i = begin; i < end; ++i) n += !IsContinuationByte(data[i]);
+    return n;
+}
+
+size_t ListView::advanceChars(size_t from, size_t limit, size_t count) const {
+    if (ascii_) return std::min(limit, from + count);
+    const char* data = text_->data();
+    size_t i = from;
+    while (i < limit && count > 0) {
+        ++i;
+        while (i < limit && IsContinuationByte(data[i])) ++i;
+        --count;
+    }
+    return i;
+}
+
+void ListView::layoutRows() {
+    const size_t lines = lineStarts_.size();
+    rowStarts_.resize(lines);
+    const size_t cols = size_t(std::max(1, columns_));
+    uint64_t row = 0;
+    for (size_t k = 0; k < lines; ++k) {
+        rowStarts_[k] = uint32_t(std::min<uint64_t>(row, std::numeric_limits<uint32_t>::max()));
+        const size_t chars = charsIn(lineStarts_[k], lineEnds_[k]);
+        row += chars == 0 ? 1 : (chars + cols - 1) / cols;
+    }
+    totalRows_ = int(std::min<uint64_t>(row, uint64_t(std::numeric_limits<int>::max())));
+    updateScrollBar();
+}
+
+void ListView::updateScrollBar() {
+    const int visible = std::max(1, viewport()->height() / std::max(1, rowHeight_));
+    verticalScrollBar()->setPageStep(visible);
+    verticalScrollBar()->setSingleStep(1);
+    verticalScrollBar()->setRange(0, std::max(0, totalRows_ - visible));
+}
+
+int ListView::firstVisibleRow() const { return verticalScrollBar()->value(); }
+
+int ListView::lineOfRow(int row) const {
+    if (rowStarts_.empty()) return 0;
+    auto it = std::upper_bound(rowStarts_.begin(), rowStarts_.end(), uint32_t(std::max(0, row)));
+    return int(std::max<ptrdiff_t>(0, (it - rowStarts_.begin()) - 1));
+}
+
+ListView::Segment ListView::segmentOfRow(int row) const {
+    Segment seg;
+    if (lineStarts_.empty() || row < 0 || row >= totalRows_) {
+        seg.begin = seg.end = text_->size();
+        return seg;
+    }
+    const size_t line = size_t(lineOfRow(row));
+    const size_t within = size_t(row) - rowStarts_[line];
+    const size_t cols = size_t(std::max(1, columns_));
+    seg.begin = advanceChars(lineStarts_[line], lineEnds_[line], within * cols);
+    seg.end = advanceChars(seg.begin, lineEnds_[line], cols);
+    return seg;
+}
+
+QString ListView::displayRowText(int row) const {
+    const Segment seg = segmentOfRow(row);
+    return QString::fromUtf8(text_->data() + seg.begin, qsizetype(seg.end - seg.begin));
+}
+
+void ListView::paintEvent(QPaintEvent*) {
+    QPainter p(viewport());
+    const QPalette& pal = palette();
+    const int first = firstVisibleRow();
+    const int visible = viewport()->height() / std::max(1, rowHeight_) + 1;
+    const size_t lo = std::min(anchor_, caret_);
+    const size_t hi = std::max(anchor_, caret_);
+    const bool active = hasFocus();
+    const QColor highlight = pal.color(active ? QPalette::Active : QPalette::Inactive, QPalette::Highlight);
+    const QColor highlightText = pal.color(active ? QPalette::Active : QPalette::Inactive, QPalette::HighlightedText);
+    p.setPen(pal.color(QPalette::Text));
+    QString rowText;
+    for (int k = 0; k < visible; ++k) {
+        const int row = first + k;
+        if (row >= totalRows_) break;
+        const Segment seg = segmentOfRow(row);
+        const int y = k * rowHeight_;
+        rowText = QString::fromUtf8(text_->data() + seg.begin, qsizetype(seg.end - seg.begin));
+        rowText.replace(QLatin1Char('\t'), QLatin1Char(' '));
+        if (lo < hi) {
+            const size_t s = std::max(lo, seg.begin);
+            size_t e = std::min(hi, seg.end);
+            // A selection that runs past the line end shows one cell for the line end.
+            const size_t line = size_t(lineOfRow(row));
+            const bool lastRowOfLine = seg.end == lineEnds_[line];
+            int extra = (lastRowOfLine && lo <= seg.end && hi > seg.end) ? 1 : 0;
+            if (s < e || extra) {
+                if (s > e) e = s;
+                const int x0 = kMargin + int(charsIn(seg.begin, s)) * charWidth_;
+                const int w = int(charsIn(s, e) + size_t(extra)) * charWidth_;
+                p.fillRect(QRect(x0, y, w, rowHeight_), highlight);
+            }
+        }
+        p.drawText(kMargin, y + ascent_, rowText);
+        if (lo < hi && lo < seg.end && hi > seg.begin) {
+            // The selected part again, in the highlight's text colour.
+            const size_t s = std::max(lo, seg.begin);
+            const size_t e = std::min(hi, seg.end);
+            p.save();
+            p.setClipRect(QRect(kMargin + int(charsIn(seg.begin, s)) * charWidth_, y,
+                                int(charsIn(s, e)) * charWidth_, rowHeight_));
+            p.setPen(highlightText);
+            p.drawText(kMargin, y + ascent_, rowText);
+            p.restore();
+        }
+    }
+}
+
+void ListView::resizeEvent(QResizeEvent* event) {
+    QAbstractScrollArea::resizeEvent(event);
+    const int cols = std::max(1, (viewport()->width() - 2 * kMargin) / std::max(1, charWidth_));
+    if (cols != columns_) {
+        const int topLine = lineOfRow(firstVisibleRow());
+        columns_ = cols;
+        layoutRows();
+        if (!rowStarts_.empty()) verticalScrollBar()->setValue(int(rowStarts_[size_t(topLine)]));
+    } else {
+        updateScrollBar();
+    }
+}
+
+void ListView::changeEvent(QEvent* event) {
+    if (!event || event->type() == QEvent::FontChange) {
+        const QFontMetrics fm(font());
+        charWidth_ = std::max(1, fm.horizontalAdvance(QLatin1Char('0')));
+        rowHeight_ = std::max(1, fm.lineSpacing());
+        ascent_ = fm.ascent();
+        if (event) {
+            columns_ = std::max(1, (viewport()->width() - 2 * kMargin) / charWidth_);
+            layoutRows();
+        }
+    }
+    if (event) QAbstractScrollArea::changeEvent(event);
+}
+
+size_t ListView::offsetAt(const QPoint& pos) const {
+    if (totalRows_ == 0) return 0;
+    int row = firstVisibleRow() + (pos.y() < 0 ? -1 - (-pos.y()) / rowHeight_ : pos.y() / rowHeight_);
+    if (row < 0) return 0;
+    if (row >= totalRows_) return text_->size();
+    const Segment seg = segmentOfRow(row);
+    const int col = std::max(0, (pos.x() - kMargin + charWidth_ / 2) / charWidth_);
+    return advanceChars(seg.begin, seg.end, size_t(col));
+}
+
+void ListView::setSelection(size_t anchor, size_t caret) {
+    const size_t size = text_->size();
+    anchor_ = std::min(anchor, size);
+    caret_ = std::min(caret, size);
+    viewport()->update();
+    emit selectionChanged();
+}
+
+QString ListView::selectedText() const {
+    const size_t lo = std::min(anchor_, caret_);
+    const size_t hi = std::max(anchor_, caret_);
+    QString s = QString::fromUtf8(text_->data() + lo, qsizetype(hi - lo));
+    // Lines end in carriage returns inside the program; other programs want their own.
+    s.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    s.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    return s;
+}
+
+void ListView::copy() {
+    if (hasSelection()) QGuiApplication::clipboard()->setText(selectedText());
+}
+
+void ListView::selectAll() { setSelection(0, text_->size()); }
+
+void ListView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) return QAbstractScrollArea::mousePressEvent(event);
+    const size_t at = offsetAt(event->position().toPoint());
+    if (event->modifiers() & Qt::ShiftModifier)
+        setSelection(anchor_, at);
+    else
+        setSelection(at, at);
+    selecting_ = true;
+}
+
+void ListView::mouseMoveEvent(QMouseEvent* event) {
+    if (!selecting_) return;
+    const QPoint pos = event->position().toPoint();
+    if (pos.y() < 0) verticalScrollBar()->triggerAction(QAbstractSlider::SliderSingleStepSub);
+    if (pos.y() > viewport()->height()) verticalScrollBar()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    setSelection(anchor_, offsetAt(pos));
+}
+
+void ListView::mouseReleaseEvent(QMouseEvent* event) {
+    selecting_ = false;
+    QAbstractScrollArea::mouseReleaseEvent(event);
+}
+
+void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) return;
+    const std::string& s = *text_;
+    size_t at = offsetAt(event->position().toPoint());
+    if (at >= s.size() || !IsWordByte(s[at])) return;
+    size_t b = at, e = at;
+    while (b > 0 && IsWordByte(s[b - 1])) --b;
+    while (e < s.size() && IsWordByte(s[e])) ++e;
+    setSelection(b, e);
+}
+
+bool ListView::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->matches(QKeySequence::Copy) || key->matches(QKeySequence::SelectAll)) {
+            event->accept();
+            return true;
+        }
+    }
+    return QAbstractScrollArea::event(event);
+}
+
+void ListView::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy)) return copy();
+    if (event->matches(QKeySequence::SelectAll)) return selectAll();
+    QScrollBar* bar = verticalScrollBar();
+    switch (event->key()) {
+        case Qt::Key_Up: bar->triggerAction(QAbstractSlider::SliderSingleStepSub); break;
+        case Qt::Key_Down: bar->triggerAction(QAbstractSlider::SliderSingleStepAdd); break;
+        case Qt::Key_PageUp: bar->triggerAction(QAbstractSlider::SliderPageStepSub); break;
+        case Qt::Key_PageDown: bar->triggerAction(QAbstractSlider::SliderPageStepAdd); break;
+        case Qt::Key_Home: bar->triggerAction(QAbstractSlider::SliderToMinimum); break;
+        case Qt::Key_End: bar->triggerAction(QAbstractSlider::SliderToMaximum); break;
+        default: QAbstractScrollArea::keyPressEvent(event); return;
+    }
+}
+
+void ListView::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu menu(this);
+    QAction* copyAction = menu.addAction(QStringLiteral("Kopieren"), this, &ListView::copy);
+    copyAction->setEnabled(hasSelection());
+    menu.addAction(QStringLiteral("Alles auswählen"), this, &ListView::selectAll);
+    menu.exec(event->globalPos());
+}
+
+}  // namespace vornelt::qt

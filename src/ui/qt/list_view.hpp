@@ -1,0 +1,91 @@
+#pragma once
+// The text area that shows the generated list. A conform list runs to a hundred thousand
+// events and fifteen megabytes, and every click on an option renders it anew, so this view
+// keeps no text of its own: it shares the list's buffer, indexes the line starts, and paints
+// only the lines in sight. The font is of fixed width, which makes every line the same grid
+// of columns; long lines wrap at the right edge.
+
+#include <QAbstractScrollArea>
+#include <QFont>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vornelt::qt {
+
+class ListView : public QAbstractScrollArea {
+    Q_OBJECT
+public:
+    explicit ListView(QWidget* parent = nullptr);
+
+    // The list; lines end in carriage returns (a line feed is taken as well).
+    void setText(std::shared_ptr<const std::string> text);
+    const std::shared_ptr<const std::string>& text() const { return text_; }
+
+    // Selection, as byte offsets into the text.
+    bool hasSelection() const { return anchor_ != caret_; }
+    QString selectedText() const;
+    void setSelection(size_t anchor, size_t caret);
+
+    int lineCount() const { return int(lineStarts_.size()); }
+    int columns() const { return columns_; }
+    int displayRows() const { return totalRows_; }
+    int firstVisibleRow() const;
+    // The text of a display row as painted (for tests).
+    QString displayRowText(int row) const;
+
+public slots:
+    void copy();
+    void selectAll();
+
+signals:
+    void selectionChanged();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    struct Segment {
+        size_t begin = 0;  // byte offsets of the row's characters
+        size_t end = 0;
+    };
+
+    void indexLines();
+    void layoutRows();
+    void updateScrollBar();
+    int lineOfRow(int row) const;
+    Segment segmentOfRow(int row) const;
+    size_t offsetAt(const QPoint& viewportPos) const;
+    size_t charsIn(size_t begin, size_t end) const;
+    size_t advanceChars(size_t from, size_t limit, size_t count) const;
+
+    std::shared_ptr<const std::string> text_;
+    bool ascii_ = true;
+    std::vector<uint32_t> lineStarts_;  // byte offset of each line
+    std::vector<uint32_t> lineEnds_;    // byte offset of its line end
+    std::vector<uint32_t> rowStarts_;   // first display row of each line
+    int totalRows_ = 0;
+    int columns_ = 80;
+    int charWidth_ = 7;
+    int rowHeight_ = 14;
+    int ascent_ = 11;
+    size_t anchor_ = 0;
+    size_t caret_ = 0;
+    bool selecting_ = false;
+};
+
+// "Monaco" 12 where it is installed, another font of fixed width where it is not.
+QFont ListFont();
+
+}  // namespace vornelt::qt

@@ -1,0 +1,59 @@
+// Vornelt, the desktop application.
+#include <QApplication>
+#include <QFileOpenEvent>
+#include <QIcon>
+
+#include "platform/platform.hpp"
+#include "ui/qt/app_shell.hpp"
+#include "ui/qt/qt_platform.hpp"
+#include "ui/qt/qt_util.hpp"
+
+namespace {
+
+// The system hands documents to the application (on macOS by an event of its own).
+class Application : public QApplication {
+public:
+    Application(int& argc, char** argv) : QApplication(argc, argv) {}
+    vornelt::qt::AppShell* shell = nullptr;
+
+protected:
+    bool event(QEvent* e) override {
+        if (e->type() == QEvent::FileOpen && shell) {
+            shell->OpenDocument(static_cast<QFileOpenEvent*>(e)->file());
+            return true;
+        }
+        return QApplication::event(e);
+    }
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Application app(argc, argv);
+    Application::setApplicationName(QStringLiteral("Vornelt"));
+    Application::setApplicationVersion(QStringLiteral(VORNELT_VERSION_STRING));
+    Application::setOrganizationName(QStringLiteral("Vornelt"));
+    Application::setWindowIcon(QIcon(QStringLiteral(":/images/vornelt.svg")));
+#if !defined(Q_OS_MACOS)
+    Application::setDesktopFileName(QStringLiteral("vornelt"));
+#endif
+    vornelt::qt::SetUpApplicationLook();
+    Application::setQuitOnLastWindowClosed(false);
+
+    vornelt::qt::AppShell shell;
+#if !defined(Q_OS_MACOS)
+    shell.quitWhenMainWindowCloses = true;
+#endif
+    app.shell = &shell;
+    vornelt::qt::QtPlatform platform(shell);
+    vornelt::SetPlatform(&platform);
+
+    QStringList documents = Application::arguments();
+    documents.removeFirst();
+    shell.Start(documents);
+    const int status = Application::exec();
+
+    app.shell = nullptr;
+    vornelt::SetPlatform(nullptr);
+    return status;
+}

@@ -1,0 +1,49 @@
+#pragma once
+// The platform layer on Qt: dialogs, message boxes, the modified mark, the event loop during
+// long work, the progress window and the world outside.
+
+#include <QElapsedTimer>
+
+#include <cstdint>
+
+#include "platform/platform.hpp"
+
+namespace vornelt::qt {
+
+class AppShell;
+
+class QtPlatform : public Platform {
+public:
+    explicit QtPlatform(AppShell& shell);
+
+    FolderItemRef ShowOpenDialog(const OpenDialogSpec& spec) override;
+    FolderItemRef ShowSaveDialog(const SaveDialogSpec& spec) override;
+    void MsgBox(std::string_view text) override;
+    DialogButton ShowMessageDialog(const MessageDialogSpec& spec) override;
+    void Beep() override;
+    int SetWindowModified(bool modified) override;
+    void Yield() override;
+    void Redraw(std::string_view control) override;
+    void ShowProgressWindow() override;
+    void CloseProgressWindow() override;
+    void Launch(const FolderItem& file) override;
+    void ShowURL(std::string_view url) override;
+
+    // The long loops call Yield once per row; the event loop is served at most this often.
+    static constexpr int kServeIntervalMs = 25;
+    // How many calls go by between two looks at the clock.
+    static constexpr uint32_t kCallsPerClockCheck = 256;
+    int64_t TimesServed() const { return served_; }
+
+protected:
+    // Brings the windows in line with the records before a dialog stands in front of them.
+    void BeforeDialog();
+    AppShell& shell_;
+
+private:
+    QElapsedTimer sinceServed_;
+    uint32_t calls_ = 0;
+    int64_t served_ = 0;
+};
+
+}  // namespace vornelt::qt

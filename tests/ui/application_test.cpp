@@ -1,0 +1,192 @@
+// The application: the menu bar, its commands, the Edit menu on the focused field, documents
+// handed over at start-up, and quitting.
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTest>
+
+#include "document/module1.hpp"
+#include "document/window_state.hpp"
+#include "ui/qt/list_view.hpp"
+#include "ui/windows.hpp"
+#include "ui_fixture.hpp"
+#include "ui_tests.hpp"
+
+namespace vornelt::qt::testing {
+
+namespace {
+
+// Opens the menu of an item, as the user does, and chooses the item.
+void Choose(UiFixture& f, const char* item) {
+    QAction* a = f.shell().Item(item);
+    if (auto* menu = f.main().menuBar()->findChild<QMenu*>("EditMenu")) emit menu->aboutToShow();
+    a->trigger();
+}
+
+}  // namespace
+
+class ApplicationTest : public QObject {
+    Q_OBJECT
+private slots:
+    void menuBarHasEveryItem() {
+        UiFixture f;
+        QMenuBar* bar = f.main().menuBar();
+        struct Item {
+            const char* menu;
+            const char* name;
+            const char* caption;
+            const char* shortcut;
+            bool icon;
+        };
+        const Item items[] = {
+            {"FileMenu", "FileOpen", "Open EDL...", "Ctrl+O", true},
+            {"FileMenu", "UntitledSeparator", "-", "", false},
+            {"FileMenu", "FileSave", "Save", "Ctrl+S", true},
+            {"FileMenu", "FileSaveAs", "Save EDL As...", "Ctrl+Shift+S", true},
+            {"FileMenu", "UntitledSeparator0", "-", "", false},
+            {"FileMenu", "FileSelectMovie", "Select Movie...", "Ctrl+I", true},
+            {"FileMenu", "UntitledSeparator1", "-", "", false},
+            {"FileMenu", "FileQuit", "Beenden", "Ctrl+Q", false},
+            {"EditMenu", "EditUndo", "&Rückgängig", "Ctrl+Z", false},
+            {"EditMenu", "UntitledMenu1", "-", "", false},
+            {"EditMenu", "EditCut", "&Ausschneiden", "Ctrl+X", false},
+            {"EditMenu", "EditCopy", "&Kopieren", "Ctrl+C", false},
+            {"EditMenu", "EditPaste", "&Einfügen", "Ctrl+V", false},
+            {"EditMenu", "EditClear", "&Löschen", "", false},
+            {"EditMenu", "UntitledMenu0", "-", "", false},
+            {"EditMenu", "EditSelectAll", "&Alles auswählen", "Ctrl+A", false},
+            {"HelpMenu", "HelpHelp", "Help", "Ctrl+?", true},
+            {"HelpMenu", "About", "About", "Ctrl+1", true},
+        };
+        const QList<QAction*> menus = bar->actions();
+        QCOMPARE(menus.size(), 3);
+        QCOMPARE(menus[0]->text(), QStringLiteral("&File"));
+        QCOMPARE(menus[1]->text(), QStringLiteral("&Bearbeiten"));
+        QCOMPARE(menus[2]->text(), QStringLiteral("Help"));
+        std::map<QString, int> next;
+        for (const Item& it : items) {
+            auto* menu = bar->findChild<QMenu*>(it.menu);
+            QVERIFY2(menu, it.menu);
+            const QList<QAction*> actions = menu->actions();
+            const int k = next[it.menu]++;
+            QVERIFY(k < actions.size());
+            QAction* a = actions[k];
+            QCOMPARE(a->objectName(), QString::fromUtf8(it.name));
+            if (QString(it.caption) == "-")
+                QVERIFY(a->isSeparator());
+            else
+                QCOMPARE(a->text(), QString::fromUtf8(it.caption));
+            QCOMPARE(a->shortcut(), QKeySequence(QString::fromUtf8(it.shortcut)));
+            QCOMPARE(!a->icon().isNull(), it.icon);
+            if (it.icon) QVERIFY(!a->icon().pixmap(18, 18).isNull());
+        }
+        QCOMPARE(f.shell().Item("FileQuit")->menuRole(), QAction::QuitRole);
+        QCOMPARE(f.shell().Item("About")->menuRole(), QAction::AboutRole);
+        // The six commands stand at all times, with no list.
+        for (const char* name : {"FileOpen", "FileSave", "FileSaveAs", "FileSelectMovie", "HelpHelp", "About"})
+            QVERIFY2(f.shell().Item(name)->isEnabled(), name);
+    }
+
+    void commandsWithoutAList() {
+        UiFixture f;
+        f.main();
+        // Save with no list and no earlier save asks for the file and suggests " VORNELT.edl".
+        f.shell().Item("FileSave")->trigger();
+        QCOMPARE(f.platform().saveDialogsShown.size(), size_t(1));
+        // Select Movie works while its button is disabled.
+        f.platform().openDialogAnswers.push_back(FolderItem("/films/dusk cut.mov"));
+        f.shell().Item("FileSelectMovie")->trigger();
+        QCOMPARE(f.platform().openDialogsShown.back().Filter, std::string("movie"));
+        QCOMPARE(f.main().findChild<QLineEdit*>("EF_RenderedMovie")->text(), QStringLiteral("DUSK CUT.MOV"));
+        QVERIFY(!f.main().Control("BtnSelectMovie")->isEnabled());
+        // Help opens the manual two levels above the program.
+        f.shell().Item("HelpHelp")->trigger();
+        QVERIFY(QString::fromStdString(f.platform().launched.back()).endsWith("/Resources/Manual.pdf"));
+        f.shell().Item("About")->trigger();
+        QVERIFY(f.shell().About());
+        // Open asks for the rate first.
+        f.shell().Item("FileOpen")->trigger();
+        QVERIFY(f.shell().FrameRate());
+    }
+
+    void editMenuActsOnTheFocusedField() {
+        UiFixture f;
+        f.LoadThroughWindows(f.WriteFile("a.edl", SampleList()));
+        MainWindowView& view = f.main();
+        view.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&view));
+        auto* title = view.findChild<QLineEdit*>("EF_SeqTitle");
+        title->setFocus(Qt::OtherFocusReason);
+        Choose(f, "EditSelectAll");
+        QVERIFY(title->hasSelectedText());
+        Choose(f, "EditCopy");
+        QCOMPARE(QGuiApplication::clipboard()->text(), title->text());
+        QGuiApplication::clipboard()->setText("night pier");
+        Choose(f, "EditPaste");
+        QCOMPARE(title->text(), QStringLiteral("NIGHT PIER"));  // folded like typing
+        QCOMPARE(MainWindow().EF_SeqTitle.Text(), std::string("NIGHT PIER"));
+        Choose(f, "EditUndo");
+        QVERIFY(title->text() != QStringLiteral("NIGHT PIER"));
+
+        // The text area gives Copy and Select All.
+        view.EditField1()->setFocus(Qt::OtherFocusReason);
+        Choose(f, "EditSelectAll");
+        QVERIFY(view.EditField1()->hasSelection() || MainWindow().EditField1.Text->empty());
+        QMenu* edit = view.menuBar()->findChild<QMenu*>("EditMenu");
+        emit edit->aboutToShow();
+        QVERIFY(!f.shell().Item("EditPaste")->isEnabled());
+        QVERIFY(!f.shell().Item("EditCut")->isEnabled());
+        QVERIFY(f.shell().Item("EditSelectAll")->isEnabled());
+    }
+
+    void documentsNamedAtStartUpComeOneAfterTheOther() {
+        UiFixture f;
+        CloseMainWindow();
+        const FolderItem a = f.WriteFile("Reel A.edl", SampleList());
+        const FolderItem b = f.WriteFile("Reel B.edl", SampleList());
+        f.shell().Start({QString::fromStdString(a.AbsolutePath()), QString::fromStdString(b.AbsolutePath())});
+        QVERIFY(f.shell().StartUp());
+        // The first comes before the main window, without a question.
+        QVERIFY(WaitFor([&] { return f.shell().FrameRateIfDroped() != nullptr; }));
+        QVERIFY(f.platform().messageDialogsShown.empty());
+        QTest::mouseClick(f.shell().FrameRateIfDroped()->Ok(), Qt::LeftButton);
+        QVERIFY(f.shell().Main());
+        QCOMPARE(f.shell().Main()->windowTitle(), QStringLiteral("Reel A.edl[*]"));
+        // The second asks about the first list, which a load leaves unsaved.
+        f.platform().messageDialogAnswers.push_back(DialogButton::Alternate);
+        QVERIFY(WaitFor([&] { return f.shell().FrameRateIfDroped() != nullptr; }));
+        QCOMPARE(f.platform().messageDialogsShown.size(), size_t(1));
+        QTest::mouseClick(f.shell().FrameRateIfDroped()->Ok(), Qt::LeftButton);
+        QCOMPARE(f.shell().Main()->windowTitle(), QStringLiteral("Reel B.edl[*]"));
+
+        // A document that cannot be read says so.
+        f.platform().messageDialogAnswers.push_back(DialogButton::Alternate);
+        f.shell().OpenDocument(QStringLiteral("/no/such/list.edl"));
+        QVERIFY(WaitFor([&] { return f.shell().FrameRateIfDroped() != nullptr; }));
+        QTest::mouseClick(f.shell().FrameRateIfDroped()->Ok(), Qt::LeftButton);
+        QCOMPARE(f.platform().messages, std::vector<std::string>{"Sorry, Can't read the file."});
+    }
+
+    void quittingAsksAboutUnsavedChanges() {
+        UiFixture f;
+        f.LoadThroughWindows(f.WriteFile("a.edl", SampleList()));
+        bool quit = false;
+        QMetaObject::Connection c = connect(qApp, &QCoreApplication::aboutToQuit, [&] { quit = true; });
+        f.platform().messageDialogAnswers.push_back(DialogButton::Cancel);
+        f.shell().Item("FileQuit")->trigger();
+        QVERIFY(MainWindowExists());
+        QCOMPARE(f.platform().messageDialogsShown.size(), size_t(1));
+        disconnect(c);
+        QVERIFY(!quit);
+    }
+};
+
+std::unique_ptr<QObject> MakeApplicationTest() { return std::make_unique<ApplicationTest>(); }
+
+}  // namespace vornelt::qt::testing
+
+#include "application_test.moc"

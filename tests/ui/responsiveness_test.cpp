@@ -1,0 +1,151 @@
+// Long lists: the text area takes a conform list of a hundred thousand events at once, a click
+// on an option never freezes the window, and a large load keeps the windows served.
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QTest>
+#include <QTimer>
+
+#include <algorithm>
+
+#include "document/module1.hpp"
+#include "document/window_state.hpp"
+#include "generate.hpp"
+#include "ui/qt/list_view.hpp"
+#include "ui_fixture.hpp"
+#include "ui_tests.hpp"
+
+namespace vornelt::qt::testing {
+
+namespace {
+
+#if defined(VORNELT_SANITIZED)
+constexpr bool kTimed = false;  // the sanitizers make every step many times slower
+constexpr int kLargeList = 20000;
+#else
+constexpr bool kTimed = true;
+constexpr int kLargeList = 100000;
+#endif
+
+// The longest time in which the event loop was not served while `work` ran: a timer ticks
+// every few milliseconds and each tick notes the time.
+qint64 LongestFreeze(const std::function<void()>& work) {
+    QElapsedTimer clock;
+    std::vector<qint64> ticks;
+    QTimer timer;
+    timer.setInterval(2);
+    QObject::connect(&timer, &QTimer::timeout, [&] { ticks.push_back(clock.elapsed()); });
+    timer.start();
+    clock.start();
+    ticks.push_back(0);
+    work();
+    ticks.push_back(clock.elapsed());
+    qint64 longest = 0;
+    for (size_t k = 1; k < ticks.size(); ++k) longest = std::max(longest, ticks[k] - ticks[k - 1]);
+    return longest;
+}
+
+std::string List(int events) {
+    bench::ListOptions o;
+    o.events = events;
+    return bench::GenerateList(o);
+}
+
+}  // namespace
+
+class ResponsivenessTest : public QObject {
+    Q_OBJECT
+private slots:
+    void theTextAreaTakesAHugeListAtOnce() {
+        std::string text;
+        text.reserve(16 << 20);
+        const std::string line = "001  A411C005 V     C        11:38:31:00 11:38:38:19 00:00:00:00 00:00:07:19\r";
+        while (text.size() < (15u << 20)) text += line;
+        auto shared = std::make_shared<const std::string>(std::move(text));
+        ListView view;
+        view.resize(700, 514);
+        view.show();
+        QElapsedTimer clock;
+        clock.start();
+        view.setText(shared);
+        view.repaint();
+        const qint64 ms = clock.elapsed();
+        qInfo("15 MB into the text area: %lld ms", static_cast<long long>(ms));
+        if (kTimed) QVERIFY2(ms < 100, qPrintable(QString::number(ms)));
+        QCOMPARE(view.lineCount(), int(shared->size() / line.size()) + 1);
+    }
+
+    void columnsLineUpAndLongLinesWrap() {
+        ListView view;
+        view.resize(300, 200);
+        view.show();
+        QApplication::processEvents();
+        const int cols = view.columns();
+        QVERIFY(cols > 10);
+        const std::string longLine(size_t(cols) * 2 + 3, 'x');
+        view.setText(std::make_shared<const std::string>("AB\r" + longLine + "\r\xc3\xa9t\xc3\xa9\r\rEND"));
+        QCOMPARE(view.lineCount(), 5);
+        QCOMPARE(view.displayRows(), 1 + 3 + 1 + 1 + 1);
+        QCOMPARE(view.displayRowText(0), QStringLiteral("AB"));
+        QCOMPARE(view.displayRowText(1).size(), cols);
+        QCOMPARE(view.displayRowText(3), QStringLiteral("xxx"));
+        QCOMPARE(view.displayRowText(4), QString::fromUtf8("\xc3\xa9t\xc3\xa9"));
+        QCOMPARE(view.displayRowText(5), QString());
+        QCOMPARE(view.displayRowText(6), QStringLiteral("END"));
+        // Every character takes one cell of the fixed-width font.
+        const QFontMetrics fm(view.font());
+        QCOMPARE(fm.horizontalAdvance(QStringLiteral("0000")), fm.horizontalAdvance(QStringLiteral(":  A")));
+
+        // Copy hands the selection on with the line ends of the system.
+        view.setSelection(0, 5);
+        view.copy();
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("AB\nxx"));
+        view.selectAll();
+        QVERIFY(view.selectedText().endsWith(QStringLiteral("\n\nEND")));
+        // A new list keeps the top line in sight and forgets the selection.
+        view.setText(std::make_shared<const std::string>("AB\r" + longLine));
+        QVERIFY(!view.hasSelection());
+    }
+
+    void anOptionClickNeverFreezesTheWindow() {
+        UiFixture f;
+        f.LoadThroughWindows(f.WriteFile("ten-thousand.edl", List(10000)));
+        MainWindowView& view = f.main();
+        QCOMPARE(view.EditField1()->text(), MainWindow().EditField1.Text);
+        auto* audio = view.findChild<QCheckBox*>("Chb_A1234");
+        auto* wipes = view.findChild<QCheckBox*>("Chb_TransToDissolve");
+        for (QCheckBox* box : {audio, wipes, audio, wipes}) {
+            const qint64 freeze = LongestFreeze([&] { QTest::mouseClick(box, Qt::LeftButton); });
+            qInfo("%s at 10,000 events: longest freeze %lld ms", qPrintable(box->objectName()),
+                  static_cast<long long>(freeze));
+            if (kTimed) QVERIFY2(freeze < 100, qPrintable(QString::number(freeze)));
+        }
+        QCOMPARE(view.EditField1()->text(), MainWindow().EditField1.Text);
+    }
+
+    void aLargeListLoadsWithTheWindowsServed() {
+        UiFixture f;
+        f.main();
+        const FolderItem file = f.WriteFile("large.edl", List(kLargeList));
+        bool progressShown = false;
+        f.platform().onRedraw = [&](std::string_view) { progressShown = progressShown || f.shell().Progress(); };
+        QElapsedTimer clock;
+        clock.start();
+        const int64_t servedBefore = f.platform().TimesServed();
+        const qint64 freeze = LongestFreeze([&] { f.LoadThroughWindows(file); });
+        qInfo("%d events: load %lld ms, event loop served %lld times, longest freeze %lld ms", kLargeList,
+              static_cast<long long>(clock.elapsed()),
+              static_cast<long long>(f.platform().TimesServed() - servedBefore), static_cast<long long>(freeze));
+        QVERIFY(progressShown);
+        QVERIFY(Module1.maxZeilen > kLargeList);
+        if (kTimed) QVERIFY(f.platform().TimesServed() > servedBefore);
+        QCOMPARE(f.main().EditField1()->text(), MainWindow().EditField1.Text);
+    }
+};
+
+std::unique_ptr<QObject> MakeResponsivenessTest() { return std::make_unique<ResponsivenessTest>(); }
+
+}  // namespace vornelt::qt::testing
+
+#include "responsiveness_test.moc"

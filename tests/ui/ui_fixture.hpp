@@ -1,0 +1,81 @@
+#pragma once
+// The windows on the offscreen platform with the dialogs answered by the test: the real Qt
+// platform (event loop, progress window, modified mark), except that the file dialogs and
+// message boxes take their answers from queues and record what they were asked.
+
+#include <QDir>
+#include <QImage>
+#include <QString>
+#include <QWidget>
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "document/module1.hpp"
+#include "platform/platform.hpp"
+#include "ui/qt/app_shell.hpp"
+#include "ui/qt/qt_platform.hpp"
+
+namespace vornelt::qt::testing {
+
+class ScriptedQtPlatform : public QtPlatform {
+public:
+    using QtPlatform::QtPlatform;
+
+    std::deque<FolderItemRef> openDialogAnswers;
+    std::deque<FolderItemRef> saveDialogAnswers;
+    std::deque<DialogButton> messageDialogAnswers;
+
+    std::vector<OpenDialogSpec> openDialogsShown;
+    std::vector<SaveDialogSpec> saveDialogsShown;
+    std::vector<MessageDialogSpec> messageDialogsShown;
+    std::vector<std::string> messages;
+    std::vector<std::string> launched;
+    std::vector<std::string> redraws;
+
+    FolderItemRef ShowOpenDialog(const OpenDialogSpec& spec) override;
+    FolderItemRef ShowSaveDialog(const SaveDialogSpec& spec) override;
+    void MsgBox(std::string_view text) override;
+    DialogButton ShowMessageDialog(const MessageDialogSpec& spec) override;
+    void Beep() override {}
+    void Launch(const FolderItem& file) override { launched.push_back(file.AbsolutePath()); }
+    void ShowURL(std::string_view url) override { launched.emplace_back(url); }
+    void Redraw(std::string_view control) override;
+
+    // Called after each redraw of the progress window, with what it shows.
+    std::function<void(std::string_view control)> onRedraw;
+};
+
+// A fresh program for each test: state, shell and platform.
+class UiFixture {
+public:
+    UiFixture();
+    ~UiFixture();
+
+    AppShell& shell() { return *shell_; }
+    ScriptedQtPlatform& platform() { return *platform_; }
+    MainWindowView& main();  // the main window, made when there is none
+
+    // Writes the bytes to a file of that name in the test's own folder.
+    FolderItem WriteFile(const std::string& name, const std::string& bytes);
+    // Opens the list through the button, the frame-rate window (its row) and the open dialog.
+    void LoadThroughWindows(const FolderItem& file, int frameRateRow = 1);
+
+    // Saves a picture of the window into the build folder and returns it.
+    QImage Shoot(QWidget* window, const QString& name);
+
+private:
+    std::unique_ptr<AppShell> shell_;
+    std::unique_ptr<ScriptedQtPlatform> platform_;
+    Platform* previous_ = nullptr;
+    QDir dir_;
+};
+
+// The sample list of the manual's picture.
+std::string SampleList();
+
+// Processes events until the condition holds or the time is up.
+bool WaitFor(const std::function<bool()>& condition, int timeoutMs = 2000);
+
+}  // namespace vornelt::qt::testing
