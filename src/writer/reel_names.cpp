@@ -23,7 +23,16 @@ std::string_view WithoutBlanks(std::string_view name, std::string& scratch) {
 }  // namespace
 
 bool IsReservedReel(std::string_view reel) noexcept {
-    return IsCI(reel, "AX") || IsCI(reel, "BL") || IsCI(reel, "AUX") || IsCI(reel, "BLACK");
+    // An ASCII reel is told by its length first: most reels are none of the four.
+    if (IsAscii(reel)) {
+        switch (reel.size()) {
+            case 2: return IsCI(reel, "AX") || IsCI(reel, "BL");
+            case 3: return IsCI(reel, "AUX");
+            case 5: return IsCI(reel, "BLACK");
+            default: return false;
+        }
+    }
+    return EqualsCI(reel, "AX") || EqualsCI(reel, "BL") || EqualsCI(reel, "AUX") || EqualsCI(reel, "BLACK");
 }
 
 void AppendReelField(std::string& out, std::string_view name, bool grassValley) {

@@ -24,6 +24,7 @@ namespace vornelt {
 namespace {
 
 using writer_detail::AppendReelField;
+using writer_detail::BeginsCI;
 using writer_detail::IsCI;
 using writer_detail::IsReservedReel;
 
@@ -140,14 +141,14 @@ void AppendEventLine(std::string& out, const Document& m, const RunOptions& o, i
 // while audio is kept. Everything else, the source's own comments among it, is dropped.
 bool KeepsNoteRow(std::string_view line, double motion, const RunOptions& o) {
     const bool isMotion =
-        StartsWithCI(line, "M2") || StartsWithCI(line, "PEG A") || StartsWithCI(line, "PEG B");
+        BeginsCI(line, "M2") || BeginsCI(line, "PEG A") || BeginsCI(line, "PEG B");
     if (isMotion) {
         // Exact comparisons of the stored values: 0.0 is a freeze frame, anything but the
         // no-motion mark is a speed change.
         if (!o.removeSpeedChanges && motion != kNoMotion && motion != 0.0) return true;
         if (!o.removeFreezeFrames && motion == 0.0) return true;
     }
-    return o.audio && StartsWithCI(line, "AUD");
+    return o.audio && BeginsCI(line, "AUD");
 }
 
 // The comment lines of one event, gathered while its rows go by. Two buffers take turns so
@@ -264,7 +265,7 @@ void NewEDL_02() {
     int32_t previous = 0;  // the same, as it stood at the end of the row before
     for (int64_t i = 2; i <= int64_t(m.maxZeilen); ++i) {
         const std::string_view line = m.copyCompletLine.Get(i);
-        const bool skipSplit = o.audio && StartsWithCI(line, "SPLIT");
+        const bool skipSplit = o.audio && BeginsCI(line, "SPLIT");
         if (!skipSplit) {
             const bool eventRow = !m.copyEventNumberStr.Get(i).empty() && !m.copyMode.Get(i).empty() &&
                                   At(m.displayThisAudioEventLine, i) && At(m.displayThisKeyEventLine, i);

@@ -27,6 +27,19 @@ inline bool IsCI(std::string_view text, std::string_view literal) noexcept {
     return true;
 }
 
+// StartsWithCI for an ASCII literal, with a text that begins in ASCII compared in place.
+inline bool BeginsCI(std::string_view text, std::string_view literal) noexcept {
+    if (text.size() < literal.size()) return StartsWithCI(text, literal);
+    for (size_t k = 0; k < literal.size(); ++k) {
+        char a = text[k], b = literal[k];
+        if (static_cast<unsigned char>(a) >= 0x80) return StartsWithCI(text, literal);
+        if (a >= 'a' && a <= 'z') a = char(a - 32);
+        if (b >= 'a' && b <= 'z') b = char(b - 32);
+        if (a != b) return false;
+    }
+    return true;
+}
+
 // The four reserved reels, compared ignoring case and as whole texts.
 bool IsReservedReel(std::string_view reel) noexcept;
 
