@@ -68,6 +68,9 @@ struct TextArea : Control {
 struct MainWindowState {
     std::string Title = "Vornelt";
     MouseCursor Cursor = MouseCursor::StandardPointer;
+    // The control that holds the keyboard focus, by name ("EF_SeqTitle"); "" when none does.
+    // The window writes it as the focus moves; a handler that writes it moves the focus.
+    std::string Focus;
 
     PushButton BtnOpenEDL;
     PushButton BtnSaveEDL;

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "platform/folder_item.hpp"
+#include "platform/platform.hpp"
 
 namespace vornelt {
 
@@ -61,8 +62,14 @@ bool CheckLegalReelName(std::string_view name);
 void SelectMovie();
 
 // ---- opening, dropping, closing ----
+// The question on unsaved changes, with its three buttons; the button taken.
+DialogButton AskToSaveChanges();
 // No item (an empty reference): the dragged item or handed-over document carries no file.
 void EditField1_DropObject(const FolderItemRef& item);
+// A drag over the text area makes it writable while it stands; answers false to let the
+// drag go on. Leaving makes it read-only again; a drop does not.
+bool EditField1_DragEnter();
+void EditField1_DragExit();
 void App_Event_OpenDocument(const FolderItemRef& item);
 // True stops the closing (or quitting).
 bool MainWindow_Event_CancelClose(bool quitting);
