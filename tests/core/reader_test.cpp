@@ -368,7 +368,8 @@ TEST_F(LoadRoad, DropReadsTheDroppedFileOrSaysItCannot) {
     Module1.DropedFolderItem = WriteFile("drop.edl", "TITLE: Dropped\r");
     Module1.frameRateTmp = 30.0;
     FileDropedInEditField();
-    EXPECT_EQ(Module1.newSeqTitle, "Dropped");
+    // The writer has run since: newSeqTitle follows the title field now.
+    EXPECT_EQ(Module1.readOrigCompleteLine(0), "TITLE: Dropped");
     EXPECT_EQ(Module1.frameRate, 30.0);
     EXPECT_EQ(MainWindow().Title, "drop.edl");
     EXPECT_EQ(platform.messages.size(), 1u);
