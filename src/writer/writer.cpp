@@ -1,0 +1,320 @@
+// The writer: the whole output list, rebuilt from the copy tables on every run.
+//
+// A run visits every row from 2 to maxZeilen. An event row is rendered anew as one event
+// line of 78 characters; every other row either is copied as it stands (motion and audio
+// lines, by the note row chain) or leaves no trace. With new comments on, the comment lines
+// of each event are gathered in a block and written ahead of the next event's first line.
+//
+// Speed: a click on any option reruns this over the whole list, so the list is built in one
+// string and every field is appended to it directly; no row makes a string of its own.
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "document/module1.hpp"
+#include "document/text.hpp"
+#include "document/window_state.hpp"
+#include "platform/platform.hpp"
+#include "vocabulary/vocabulary.hpp"
+#include "writer/writer.hpp"
+#include "writer/writer_internal.hpp"
+
+namespace vornelt {
+
+namespace {
+
+using writer_detail::AppendReelField;
+using writer_detail::BeginsCI;
+using writer_detail::IsCI;
+using writer_detail::IsReservedReel;
+
+constexpr std::string_view kEffectCrossDissolve = "* EFFECT NAME: CROSS DISSOLVE";
+constexpr std::string_view kEffectName = "* EFFECT NAME: ";
+constexpr std::string_view kToClipName = "* TO CLIP NAME:  ";
+constexpr std::string_view kFromClipName = "* FROM CLIP NAME:  ";
+constexpr std::string_view kKeyClipName = "* KEY CLIP NAME:  ";
+
+// A motion line that is no motion line at all.
+constexpr double kNoMotion = -1111.0;
+
+// The tables are aligned by the load; these readers keep a run safe all the same when one
+// of them is short, by giving the value of a row that holds nothing.
+int32_t At(const Int32Table& t, int64_t i) noexcept {
+    return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : -1;
+}
+bool At(const BoolTable& t, int64_t i) noexcept { return i >= 0 && size_t(i) < t.size() && t[size_t(i)]; }
+double At(const DoubleTable& t, int64_t i) noexcept {
+    return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : kNoMotion;
+}
+
+// Format(value, "000") or "0000", appended without a string of its own.
+void AppendZeroFilled(std::string& out, int32_t value, int width) {
+    char digits[16];
+    int n = 0;
+    uint32_t magnitude = value < 0 ? uint32_t(0) - uint32_t(value) : uint32_t(value);
+    do {
+        digits[n++] = char('0' + magnitude % 10);
+        magnitude /= 10;
+    } while (magnitude != 0);
+    if (value < 0) out.push_back('-');
+    for (int k = n; k < width; ++k) out.push_back('0');
+    while (n > 0) out.push_back(digits[--n]);
+}
+
+// Mode and transition: padded by the length of the text; a text outside the lengths that
+// the field knows puts nothing into the line, neither text nor padding.
+void AppendMode(std::string& out, std::string_view mode) {
+    const int64_t length = Len(mode);
+    if (length < 1 || length > 5) return;
+    out.append(mode).append(size_t(5 - length), ' ');
+}
+
+void AppendTransition(std::string& out, std::string_view trans) {
+    const int64_t length = Len(trans);
+    if (length < 1 || length > 4) return;
+    out.append(size_t(4 - length), ' ').append(trans);
+}
+
+struct RunOptions {
+    bool grassValley;
+    bool mirror;
+    bool keyToDissolve;
+    bool audio;
+    bool removeFreezeFrames;
+    bool removeSpeedChanges;
+    bool comments;
+};
+
+void AppendEventLine(std::string& out, const Document& m, const RunOptions& o, int64_t i) {
+    const std::string_view bTrack = m.copyIsBTrack.Get(i);
+
+    // Event number: stars for the background row of a key turned into a dissolve.
+    if (o.keyToDissolve && IsCI(bTrack, "B"))
+        out.append(o.grassValley ? "****" : "***");
+    else
+        AppendZeroFilled(out, At(m.copyEventNumberInt, i), o.grassValley ? 4 : 3);
+    out.push_back(' ');
+
+    // Reel: a named master replaces every reel of a mirror list; without a name the
+    // generated clip reels replace the real sources and black and auxiliary stay.
+    const std::string_view reel = m.copyReelNames.Get(i);
+    std::string_view field = reel;
+    if (o.mirror) {
+        if (!m.newReelName.empty())
+            field = m.newReelName;
+        else if (!IsReservedReel(reel))
+            field = m.cleanClipReelName.Get(i);
+    }
+    AppendReelField(out, field, o.grassValley);
+    out.push_back(' ');
+
+    AppendMode(out, m.copyMode.Get(i));
+    out.push_back(' ');
+    AppendTransition(out, m.copyTrans.Get(i));
+    out.push_back(' ');
+
+    if (bTrack.empty())
+        out.append("  ");
+    else
+        out.append(bTrack).push_back(' ');
+    out.push_back(' ');
+
+    const std::string_view duration = m.copyTransDur.Get(i);
+    if (duration.empty())
+        out.append("   ");
+    else
+        out.append(duration);
+    out.push_back(' ');
+
+    // A mirror list points the source side at the record timecodes of the master.
+    out.append(o.mirror ? m.copyRecInTC.Get(i) : m.copySourceInTC.Get(i));
+    out.push_back(' ');
+    out.append(o.mirror ? m.copyRecOutTC.Get(i) : m.copySourceOutTC.Get(i));
+    // The one separator that differs between the forms.
+    out.append(o.grassValley ? "  " : " ");
+    out.append(m.copyRecInTC.Get(i));
+    out.push_back(' ');
+    out.append(m.copyRecOutTC.Get(i));
+}
+
+// A row that is no event line: motion lines under the two removal options, audio lines
+// while audio is kept. Everything else, the source's own comments among it, is dropped.
+bool KeepsNoteRow(std::string_view line, double motion, const RunOptions& o) {
+    const bool isMotion =
+        BeginsCI(line, "M2") || BeginsCI(line, "PEG A") || BeginsCI(line, "PEG B");
+    if (isMotion) {
+        // Exact comparisons of the stored values: 0.0 is a freeze frame, anything but the
+        // no-motion mark is a speed change.
+        if (!o.removeSpeedChanges && motion != kNoMotion && motion != 0.0) return true;
+        if (!o.removeFreezeFrames && motion == 0.0) return true;
+    }
+    return o.audio && BeginsCI(line, "AUD");
+}
+
+// The comment lines of one event, gathered while its rows go by. Two buffers take turns so
+// that putting text ahead of the block costs no allocation once they have grown.
+class CommentBlock {
+public:
+    explicit CommentBlock(const std::string& movie) : movie_(movie) {}
+
+    const std::string& Text() const noexcept { return block_; }
+    void Clear() noexcept { block_.clear(); }
+
+    // head, then the old block, then tail.
+    void Wrap(std::string_view headA, std::string_view headB, std::string_view tail) {
+        spare_.clear();
+        spare_.append(headA).append(headB).append(block_).append(tail);
+        block_.swap(spare_);
+    }
+
+    // The old block runs on behind the effect's name, on the same line: with a block of an
+    // event of three rows the two lines run together, and so they stay.
+    void DissolveForm() { EffectForm(kEffectCrossDissolve, {}); }
+    void WipeForm(std::string_view name) { EffectForm(kEffectName, name); }
+    void KeyForm() { block_.append(kKeyClipName).append(movie_).push_back(kCR); }
+    void PrependFrom() {
+        spare_.clear();
+        spare_.append(kFromClipName).append(movie_).push_back(kCR);
+        spare_.append(block_);
+        block_.swap(spare_);
+    }
+
+private:
+    void EffectForm(std::string_view literal, std::string_view name) {
+        spare_.clear();
+        spare_.append(literal).append(name).append(block_).push_back(kCR);
+        spare_.append(kToClipName).append(movie_).push_back(kCR);
+        block_.swap(spare_);
+    }
+
+    const std::string& movie_;
+    std::string block_;
+    std::string spare_;
+};
+
+// A further row of the event in hand: what its transition adds to the block.
+void CommentFurtherRow(CommentBlock& block, std::string_view trans, std::string_view duration) {
+    const double value = Val(duration);
+    const bool isC = IsCI(trans, "C");
+    const bool isD = IsCI(trans, "D");
+    const bool isK = IsCI(trans, "K");
+    if (isC && duration.empty()) return;
+    if (isD && value > 0) {
+        block.DissolveForm();
+        return;
+    }
+    if (!isD && !isK && !isC && value > 0) {
+        // The popup is asked only now, when a wipe is met.
+        const int listIndex = MainWindow().PopupTransition.ListIndex;
+        if (listIndex == 0)
+            block.WipeForm(WipeCodesFCP(trans));
+        else if (listIndex == 1)
+            block.WipeForm(WipeCodesSMPTE(trans));
+        return;
+    }
+    if (isK) {
+        block.KeyForm();  // a key always comments, whatever its duration
+        return;
+    }
+    // Only a "C" with a duration comes here: it counts as a cross dissolve.
+    if (!trans.empty() && value > 0) block.DissolveForm();
+}
+
+size_t EstimatedSize(const Document& m, const RunOptions& o) {
+    const size_t rows = m.maxZeilen > 0 ? size_t(m.maxZeilen) + 1 : 1;
+    size_t perRow = 82;
+    if (o.comments) perRow += 44 + m.myAbsMovieName.size();
+    return rows * perRow + m.newSeqTitle.size() + 256;
+}
+
+}  // namespace
+
+void NewEDL_02() {
+    Document& m = Module1;
+    MainWindowState& window = MainWindow();
+    Platform& platform = GetPlatform();
+
+    // 1. The reel name: blanks out; formatted when anything is left.
+    {
+        std::string reel;
+        for (char c : window.EF_ReelName.Text())
+            if (c != ' ') reel.push_back(c);
+        m.newReelName = reel.empty() ? std::string() : FormatReelNames(reel);
+    }
+
+    const RunOptions o{m.IsGrassValley,     m.boolMirror,          m.boolKeyToDissolve,      m.boolA1234,
+                       m.boolFreezeFrame,   m.boolSpeedChange,     m.boolGenerateNewComments};
+
+    // 2. The header of the form. The second line is a constant of the form: a list read as
+    // drop frame still says NON-DROP FRAME.
+    m.newSeqTitle = std::string(Trim(window.EF_SeqTitle.Text()));
+    std::string out;
+    out.reserve(EstimatedSize(m, o));
+    if (o.grassValley) {
+        out.append(m.newSeqTitle).push_back(kCR);
+        out.append("SMPTE FRAME CODE").push_back(kCR);
+    } else {
+        out.append("TITLE: ").append(m.newSeqTitle).push_back(kCR);
+        out.append("FCM: NON-DROP FRAME").push_back(kCR);
+    }
+    out.push_back(kCR);
+
+    // 3. The rows. Rows 0 and 1 hold the title and FCM lines and are never visited.
+    CommentBlock block(m.myAbsMovieName);
+    int32_t current = 1;   // event number of the last event row written
+    int32_t previous = 0;  // the same, as it stood at the end of the row before
+    for (int64_t i = 2; i <= int64_t(m.maxZeilen); ++i) {
+        const std::string_view line = m.copyCompletLine.Get(i);
+        const bool skipSplit = o.audio && BeginsCI(line, "SPLIT");
+        if (!skipSplit) {
+            const bool eventRow = !m.copyEventNumberStr.Get(i).empty() && !m.copyMode.Get(i).empty() &&
+                                  At(m.displayThisAudioEventLine, i) && At(m.displayThisKeyEventLine, i);
+            if (eventRow) {
+                current = At(m.readOrigEventNumberInt, i);
+                if (o.comments) {
+                    const std::string_view trans = m.copyTrans.Get(i);
+                    const std::string_view duration = m.copyTransDur.Get(i);
+                    if (current == previous) {
+                        CommentFurtherRow(block, trans, duration);
+                    } else {
+                        // A new event: the block of the one before goes out, ahead of this
+                        // line, with a FROM line unless this row brings its own transition.
+                        if (duration.empty()) block.PrependFrom();
+                        out.append(SortCommentLine(block.Text())).push_back(kCR);
+                        block.Clear();
+                    }
+                }
+                const size_t start = out.size();
+                AppendEventLine(out, m, o, i);
+                if (size_t(i) < m.copyCompletLine.size())
+                    m.copyCompletLine.set(size_t(i), std::string_view(out).substr(start));
+                out.push_back(kCR);
+            } else if (KeepsNoteRow(line, At(m.readOrigM2, i), o)) {
+                out.append(line).push_back(kCR);
+            }
+        }
+        previous = current;
+        platform.Yield();
+    }
+
+    // 4. The closing lines: the last event's block, unsorted, behind a FROM line.
+    if (o.comments) {
+        out.append(kFromClipName).append(m.myAbsMovieName).push_back(kCR);
+        out.append(block.Text()).push_back(kCR);
+    }
+
+    // 5. The list and the text area share one buffer.
+    m.finalCMXString = std::make_shared<const std::string>(std::move(out));
+    window.EditField1.Text = m.finalCMXString;
+
+    // 6. A fresh rendering always counts as unsaved.
+    m.isModified = true;
+    PunktImPunkt();
+}
+
+void PunktImPunkt() {
+    const int result = GetPlatform().SetWindowModified(Module1.isModified);
+    if (result != 0) GetPlatform().MsgBox("Err: " + Format(result, "-#"));
+}
+
+}  // namespace vornelt
