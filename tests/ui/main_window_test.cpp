@@ -201,6 +201,22 @@ private slots:
         f.Shoot(&view, "main-window-loaded");
     }
 
+    // The picture of the manual and the README: a list with a movie named in the comments.
+    void pictureForTheManual() {
+        UiFixture f;
+        f.LoadThroughWindows(f.WriteFile("Harbour Reel 2.edl", SampleList()));
+        MainWindowView& view = f.main();
+        view.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&view));
+        QLineEdit* movie = Field(view, "EF_RenderedMovie");
+        movie->setFocus(Qt::OtherFocusReason);
+        QTest::keyClicks(movie, "harbour_reel2_master.mov");
+        QTest::keyClick(movie, Qt::Key_Return);
+        QVERIFY(QString::fromStdString(*MainWindow().EditField1.Text).contains("HARBOUR_REEL2_MASTER.MOV"));
+        view.EditField1()->setFocus(Qt::OtherFocusReason);
+        f.Shoot(&view, "manual-main-window");
+    }
+
     void tabGoesThroughTheSixControls() {
         UiFixture f;
         f.LoadThroughWindows(f.WriteFile("a.edl", SampleList()));
