@@ -174,9 +174,9 @@ void CleanEDL_4() {
     Platform& platform = GetPlatform();
 
     m.cleanClipReelName.assign_empty(m.copyReelNames.size());
-    const size_t rows = passes_detail::RowsWithin(
-        m.maxZeilen, {m.cleanClipReelName.size(), m.copyEventNumberInt.size(), m.copySourceInFrame.size(),
-                      m.copySourceOutFrame.size()});
+    const size_t rows =
+        passes_detail::RowsWithin(m.maxZeilen, {m.cleanClipReelName.size(), m.copyEventNumberInt.size(),
+                                                m.copySourceInFrame.size(), m.copySourceOutFrame.size()});
     const std::vector<int32_t> chain =
         passes_detail::NumberClipChains(rows, m.copyEventNumberInt, m.copySourceInFrame, m.copySourceOutFrame);
 
