@@ -44,9 +44,9 @@ void CopyArrays() {
     // reset at the start of a load empties them, and only that keeps them aligned.
 
     const SharedText document = m.readOrigCompleteLine.Document();
-    for (TextColumn* t : {&m.copyCompletLine, &m.copyRecOutTC, &m.copyRecInTC, &m.copySourceOutTC,
-                          &m.copySourceInTC, &m.copyEventNumberStr, &m.copyReelNames, &m.copyMode, &m.copyTrans,
-                          &m.copyTransDur, &m.copyIsBTrack})
+    for (TextColumn* t :
+         {&m.copyCompletLine, &m.copyRecOutTC, &m.copyRecInTC, &m.copySourceOutTC, &m.copySourceInTC,
+          &m.copyEventNumberStr, &m.copyReelNames, &m.copyMode, &m.copyTrans, &m.copyTransDur, &m.copyIsBTrack})
         ShareDocument(*t, document);
 
     const size_t rows = m.maxZeilen < 0 ? 0 : size_t(m.maxZeilen) + 1;
