@@ -15,7 +15,8 @@ namespace vornelt {
 namespace {
 
 const std::string& SaveErrorText() {
-    static const std::string text = std::string("Unknown Error while saving the File.") + kCR + kCR + "Please try again.";
+    static const std::string text =
+        std::string("Unknown Error while saving the File.") + kCR + kCR + "Please try again.";
     return text;
 }
 
