@@ -57,11 +57,11 @@ protected:
 TEST_F(SaveTest, SaveAsThenSaveAgain) {
     SaveAs("out.edl");
     ASSERT_EQ(platform.saveDialogsShown.size(), 1u);
-    const SaveDialogSpec& spec = platform.saveDialogsShown[0];
-    EXPECT_EQ(spec.Title, "Save EDL As CMX");
-    EXPECT_EQ(spec.PromptText, "Save new EDL as...");
-    EXPECT_EQ(spec.SuggestedFileName, "reel1 VORNELT.edl");
-    EXPECT_EQ(spec.InitialDirectory, Module1.myAbsDateiFolderItem);
+    const SaveDialogSpec& dialog = platform.saveDialogsShown[0];
+    EXPECT_EQ(dialog.Title, "Save EDL As CMX");
+    EXPECT_EQ(dialog.PromptText, "Save new EDL as...");
+    EXPECT_EQ(dialog.SuggestedFileName, "reel1 VORNELT.edl");
+    EXPECT_EQ(dialog.InitialDirectory, Module1.myAbsDateiFolderItem);
     EXPECT_EQ(Read(File("out.edl")), kBytes);
     EXPECT_FALSE(Module1.isModified);
     EXPECT_EQ(platform.windowModifiedMarks, std::vector<bool>{false});
