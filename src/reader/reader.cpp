@@ -81,12 +81,13 @@ struct Cutter {
 // The event line grammar, read from the right: four timecodes, then the tokens from the
 // left. `d` is the trimmed line and ends as the scratch text of the row.
 bool ReadEventLine(std::string_view& d, EventFields& f, bool& isGrassValley) {
+    f = EventFields{};
     const Cutter cut{IsAscii(d)};
     std::string_view* codes[4] = {&f.recOut, &f.recIn, &f.sourceOut, &f.sourceIn};
     for (std::string_view* code : codes) {
         std::string_view candidate = cut.RightPart(d, 11);
         if (!cut.IsTimecode(candidate)) {
-            f = EventFields{};
+            f = EventFields{};  // whatever was found before: no field of the line is kept
             return false;
         }
         *code = candidate;

@@ -88,6 +88,17 @@ TEST(EventGrammar, TakesALineApartFromTheRight) {
     }
 }
 
+TEST(EventGrammar, EachLineIsJudgedAlone) {
+    // A field of one line never carries over into the next.
+    Read("003 TAPE3 V W001 030 03:00:00:00 03:00:06:00 00:00:09:00 00:00:15:00\r"
+         "004 TAPE3 V K B 03:00:06:00 03:00:10:00 00:00:15:00 00:00:19:00\r"
+         "005 TAPE5 V C 05:00:00:00 05:00:01:00 00:00:19:00 00:00:20:00");
+    EXPECT_EQ(Module1.readOrigTransDur(1), "");
+    EXPECT_EQ(Module1.readOrigIsBTrack(1), "B");
+    EXPECT_EQ(Module1.readOrigTransDur(2), "");
+    EXPECT_EQ(Module1.readOrigIsBTrack(2), "");
+}
+
 TEST(EventGrammar, LinesWithoutFourTimecodesAreNoEvents) {
     const char* lines[] = {
         "01:00:00:00",                                           // one timecode: nothing left

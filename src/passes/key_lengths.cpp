@@ -1,0 +1,62 @@
+// CheckBSpurClipLenghts: the key line of a Final Cut Pro key event comes with Src-IN equal
+// to Src-OUT and Rec-IN equal to Rec-OUT; it takes the length of the line before it.
+#include "document/module1.hpp"
+#include "document/text.hpp"
+#include "document/timecode.hpp"
+#include "passes/passes.hpp"
+#include "passes/rows.hpp"
+#include "platform/platform.hpp"
+
+namespace vornelt {
+
+namespace {
+
+// Frame numbers are 32-bit and wrap, like every sum of frames in the tables.
+int32_t AddFrames(int32_t a, int32_t b) { return int32_t(uint32_t(a) + uint32_t(b)); }
+
+}  // namespace
+
+void CheckBSpurClipLenghts() {
+    Document& m = Module1;
+    Platform& platform = GetPlatform();
+
+    const size_t rows = passes_detail::RowsWithin(
+        m.maxZeilen, {m.copyEventNumberInt.size(), m.copyIsBTrack.size(), m.copyTrans.size(),
+                      m.editDurationFrames.size(), m.copyEditDurationFrames.size(), m.copySourceInFrame.size(),
+                      m.copySourceOutFrame.size(), m.copySourceOutTC.size(), m.copyRecInFrame.size(),
+                      m.copyRecOutFrame.size(), m.copyRecOutTC.size()});
+
+    for (size_t i = 0; i < rows; ++i) {
+        platform.Yield();
+        if (m.copyEventNumberInt[i] < 1) continue;
+        if (!m.copyIsBTrack(i).empty()) continue;
+        if (!EqualsCI(m.copyTrans(i), "K")) continue;
+        if (m.editDurationFrames[i] != 0) continue;
+        // A key line on the first line of the file has no line before it to lend a length;
+        // it stays as read.
+        if (i == 0) continue;
+        // The length of the line before as read, whatever that line is: a repaired line
+        // does not lend its new length to the next one.
+        const int32_t d = m.editDurationFrames[i - 1];
+        if (d <= 0) continue;
+
+        m.copyEditDurationFrames[i] = d;
+        m.copySourceOutFrame[i] = AddFrames(m.copySourceInFrame[i], d);
+        m.copyRecOutFrame[i] = AddFrames(m.copyRecInFrame[i], d);
+
+        std::string (*toTimecode)(int32_t) = nullptr;
+        if (m.frameRate == 24.0)
+            toTimecode = Frames24_to_TC;
+        else if (m.frameRate == 25.0)
+            toTimecode = Frames25_to_TC;
+        else if (m.frameRate == 30.0)
+            toTimecode = Frames30NonDrop_to_TC;
+        // At any other rate the texts stay as read, though the frame numbers have moved.
+        if (toTimecode) {
+            m.copySourceOutTC.set(i, toTimecode(m.copySourceOutFrame[i]));
+            m.copyRecOutTC.set(i, toTimecode(m.copyRecOutFrame[i]));
+        }
+    }
+}
+
+}  // namespace vornelt

@@ -1,0 +1,120 @@
+// The switches: each carries one option into the working copy, deciding from the read
+// tables only, so that turning an option off gives back what was read.
+#include "document/module1.hpp"
+#include "document/text.hpp"
+#include "passes/passes.hpp"
+#include "passes/rows.hpp"
+#include "platform/platform.hpp"
+#include "writer/writer.hpp"
+
+namespace vornelt {
+
+namespace {
+
+bool Contains(std::string_view field, std::string_view letter) { return InStr(field, letter) > 0; }
+
+// What the track field holds: a "V", and an "A" or a digit 1 to 4, anywhere, in any case.
+struct Tracks {
+    bool video = false;
+    bool audio = false;
+};
+
+Tracks TracksOf(std::string_view mode) {
+    Tracks t;
+    if (IsAscii(mode)) {
+        for (const char c : mode) {
+            t.video |= c == 'V' || c == 'v';
+            t.audio |= c == 'A' || c == 'a' || (c >= '1' && c <= '4');
+        }
+        return t;
+    }
+    t.video = Contains(mode, "V");
+    t.audio = Contains(mode, "A") || Contains(mode, "1") || Contains(mode, "2") || Contains(mode, "3") ||
+              Contains(mode, "4");
+    return t;
+}
+
+}  // namespace
+
+void AllAudioOnOff() {
+    Document& m = Module1;
+    Platform& platform = GetPlatform();
+    const size_t rows = passes_detail::RowsWithin(
+        m.maxZeilen, {m.readOrigMode.size(), m.copyMode.size(), m.displayThisAudioEventLine.size()});
+
+    for (size_t i = 0; i < rows; ++i) {
+        platform.Yield();
+        const std::string_view mode = m.readOrigMode(i);
+        const auto [video, audio] = TracksOf(mode);
+        if (m.boolA1234) {
+            // Audio kept: a row without any audio mark but with a "V" is pure video and keeps
+            // what it has.
+            if (audio || !video) {
+                m.copyMode.set(i, mode);
+                m.displayThisAudioEventLine[i] = true;
+            }
+        } else if (video && audio) {
+            m.copyMode.set(i, "V");
+            m.displayThisAudioEventLine[i] = true;
+        } else if (!video) {
+            // Whatever holds no "V" counts as audio, "B" and "NONE" as well.
+            m.copyMode.set(i, mode);
+            m.displayThisAudioEventLine[i] = false;
+        }
+    }
+}
+
+void AllKeysOnOff() {
+    Document& m = Module1;
+    Platform& platform = GetPlatform();
+    const size_t rows = passes_detail::RowsWithin(
+        m.maxZeilen, {m.readOrigTrans.size(), m.copyTrans.size(), m.displayThisKeyEventLine.size()});
+
+    for (size_t i = 0; i < rows; ++i) {
+        platform.Yield();
+        const std::string_view trans = m.readOrigTrans(i);
+        if (!StartsWithCI(trans, "K")) continue;
+        if (m.boolV2) {
+            m.copyTrans.set(i, "K");
+            m.displayThisKeyEventLine[i] = true;
+        } else {
+            m.copyTrans.set(i, trans);
+            m.displayThisKeyEventLine[i] = false;
+        }
+    }
+}
+
+void AllKeysToDissolve() {
+    Document& m = Module1;
+    Platform& platform = GetPlatform();
+    const size_t rows = passes_detail::RowsWithin(m.maxZeilen, {m.readOrigTrans.size(), m.copyTrans.size()});
+
+    for (size_t i = 0; i < rows; ++i) {
+        platform.Yield();
+        const std::string_view trans = m.readOrigTrans(i);
+        if (StartsWithCI(trans, "K")) m.copyTrans.set(i, m.boolKeyToDissolve ? std::string_view("D") : trans);
+    }
+}
+
+void AllWipesToDissolve() {
+    Document& m = Module1;
+    Platform& platform = GetPlatform();
+    const size_t rows = passes_detail::RowsWithin(m.maxZeilen, {m.readOrigTrans.size(), m.copyTrans.size()});
+
+    for (size_t i = 0; i < rows; ++i) {
+        platform.Yield();
+        // A "W" anywhere in the field marks a wipe: "SW" too.
+        const std::string_view trans = m.readOrigTrans(i);
+        if (Contains(trans, "W")) m.copyTrans.set(i, m.boolTransToDissolve ? std::string_view("D") : trans);
+    }
+}
+
+void PrepareToDisplay() {
+    AllAudioOnOff();
+    AllKeysOnOff();
+    AllKeysToDissolve();
+    AllWipesToDissolve();
+    NewEDL_02();
+}
+
+}  // namespace vornelt

@@ -1,0 +1,128 @@
+// The converter's contract: options, exit statuses, where the list goes.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "cli/convert.hpp"
+#include "document/module1.hpp"
+
+namespace vornelt {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Convert : public ::testing::Test {
+protected:
+    void SetUp() override {
+        dir_ = fs::temp_directory_path() / ("vornelt-convert-" + std::to_string(::getpid()) + "-" + std::to_string(n_++));
+        fs::create_directories(dir_);
+    }
+    void TearDown() override { fs::remove_all(dir_); }
+
+    std::string Write(const std::string& name, const std::string& text) {
+        std::ofstream(dir_ / name, std::ios::binary) << text;
+        return (dir_ / name).string();
+    }
+    static std::string Read(const fs::path& p) {
+        std::ifstream f(p, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(f), {});
+    }
+    int Run(std::vector<std::string> args) {
+        args.insert(args.begin(), "vornelt-convert");
+        std::vector<const char*> argv;
+        for (auto& a : args) argv.push_back(a.c_str());
+        out.str("");
+        err.str("");
+        return ConvertMain(int(argv.size()), argv.data(), out, err);
+    }
+
+    fs::path dir_;
+    std::ostringstream out, err;
+    static inline int n_ = 0;
+};
+
+const char* kList = "TITLE: Test\r\nFCM: NON-DROP FRAME\r\n\r\n001 AX V C 01:00:00:00 01:00:05:00 00:00:10:00 00:00:15:00\r\n";
+
+TEST_F(Convert, BadOptionsPrintTheUsageAndWriteNothing) {
+    const std::string in = Write("a.edl", kList);
+    const std::vector<std::vector<std::string>> bad = {
+        {in},                                   // no rate
+        {in, "--fps", "26"},                    // no such rate
+        {in, "--fps", "25", "--mirr"},          // abbreviated
+        {in, "--fps", "25", "--wipe-names", "x"},
+        {"--fps", "25"},                        // no input
+        {in, "--fps", "25", "--reel", "A-1"},   // not letters and digits
+        {in, "--fps", "25", "--reel", "ABCDEFGHI"},  // nine
+        {in, "--fps", "25", "--reel", ""},
+    };
+    for (const auto& args : bad) {
+        EXPECT_EQ(Run(args), 2) << args.size();
+        EXPECT_FALSE(err.str().empty());
+        EXPECT_FALSE(fs::exists(dir_ / "a VORNELT.edl"));
+    }
+    Run({in});
+    EXPECT_NE(err.str().find("Usage"), std::string::npos);
+}
+
+TEST_F(Convert, HelpAndVersion) {
+    EXPECT_EQ(Run({"--help"}), 0);
+    EXPECT_NE(out.str().find("--keys-to-dissolves"), std::string::npos);
+    EXPECT_EQ(Run({"--version"}), 0);
+    EXPECT_NE(out.str().find("vornelt-convert "), std::string::npos);
+}
+
+TEST_F(Convert, WritesTheSuggestedNameBesideTheInputByDefault) {
+    const std::string in = Write("Reel1.v2.edl", kList);
+    ASSERT_EQ(Run({in, "--fps", "25"}), 0) << err.str();
+    const std::string saved = Read(dir_ / "Reel1 VORNELT.edl");
+    EXPECT_FALSE(saved.empty());
+    EXPECT_EQ(saved.find('\n'), saved.find("\r\n") + 1);  // lines end in CR LF
+}
+
+TEST_F(Convert, OutputToAFileAFolderOrStandardOutput) {
+    const std::string in = Write("a.edl", kList);
+    ASSERT_EQ(Run({in, "--fps", "25", "-o", (dir_ / "x.edl").string()}), 0);
+    const std::string file = Read(dir_ / "x.edl");
+    ASSERT_EQ(Run({in, "--fps", "25", "-o", "-"}), 0);
+    EXPECT_EQ(out.str(), file);  // the same bytes as the file
+    fs::create_directories(dir_ / "out");
+    const std::string in2 = Write("b.edl", kList);
+    ASSERT_EQ(Run({in, in2, "--fps", "25", "-o", (dir_ / "out").string()}), 0);
+    EXPECT_EQ(Read(dir_ / "out" / "a VORNELT.edl"), file);
+    EXPECT_EQ(Read(dir_ / "out" / "b VORNELT.edl"), file);
+    EXPECT_EQ(Run({in, in2, "--fps", "25", "-o", (dir_ / "nofolder").string()}), 2);
+}
+
+TEST_F(Convert, AnUnreadableInputFailsAloneAndTheOthersAreConverted) {
+    const std::string good = Write("good.edl", kList);
+    const std::string missing = (dir_ / "missing.edl").string();
+    EXPECT_EQ(Run({missing, good, "--fps", "24"}), 1);
+    EXPECT_NE(err.str().find("missing.edl: Sorry, Can't read the file."), std::string::npos);
+    EXPECT_TRUE(fs::exists(dir_ / "good VORNELT.edl"));
+}
+
+TEST_F(Convert, AFailedSaveSaysSoAndLeavesTheEarlierFileWhole) {
+    const std::string in = Write("a.edl", kList);
+    EXPECT_EQ(Run({in, "--fps", "25", "-o", (dir_ / "no" / "such" / "x.edl").string()}), 1);
+    EXPECT_NE(err.str().find("Unknown Error while saving the File.\n\nPlease try again."), std::string::npos) << err.str();
+}
+
+TEST_F(Convert, ALongReelIsRefusedForAGvgListOnly) {
+    const std::string gvg = Write("g.edl", "LIST\r\n0001 AX V C 01:00:00:00 01:00:05:00 00:00:10:00 00:00:15:00\r\n");
+    EXPECT_EQ(Run({gvg, "--fps", "25", "--reel", "MASTER1"}), 2);
+    EXPECT_FALSE(fs::exists(dir_ / "g VORNELT.edl"));
+    EXPECT_EQ(Run({gvg, "--fps", "25", "--reel", "MAST01"}), 0) << err.str();
+    const std::string cmx = Write("c.edl", kList);
+    EXPECT_EQ(Run({cmx, "--fps", "25", "--reel", "MASTER01"}), 0) << err.str();
+}
+
+TEST_F(Convert, AReservedReelIsUsedWithANote) {
+    const std::string in = Write("a.edl", kList);
+    EXPECT_EQ(Run({in, "--fps", "25", "--reel", "bl"}), 0);
+    EXPECT_NE(err.str().find("BL"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace vornelt
