@@ -15,7 +15,8 @@ namespace vornelt {
 namespace {
 
 const std::string& SaveErrorText() {
-    static const std::string text = std::string("Unknown Error while saving the File.") + kCR + kCR + "Please try again.";
+    static const std::string text =
+        std::string("Unknown Error while saving the File.") + kCR + kCR + "Please try again.";
     return text;
 }
 
@@ -65,12 +66,12 @@ std::string SuggestedSaveName(std::string_view loadedName) {
 void SaveAsDialog() {
     Document& m = Module1;
     try {
-        SaveDialogSpec spec;
-        spec.Title = "Save EDL As " + m.edlFormat;
-        spec.PromptText = "Save new EDL as...";
-        spec.SuggestedFileName = SuggestedSaveName(m.myAbsDateiName);
-        spec.InitialDirectory = m.myAbsDateiFolderItem;
-        const FolderItemRef file = GetPlatform().ShowSaveDialog(spec);
+        SaveDialogSpec dialog;
+        dialog.Title = "Save EDL As " + m.edlFormat;
+        dialog.PromptText = "Save new EDL as...";
+        dialog.SuggestedFileName = SuggestedSaveName(m.myAbsDateiName);
+        dialog.InitialDirectory = m.myAbsDateiFolderItem;
+        const FolderItemRef file = GetPlatform().ShowSaveDialog(dialog);
         if (file) {
             WriteListFile(*file);
         } else {

@@ -39,9 +39,7 @@ constexpr double kNoMotion = -1111.0;
 
 // The tables are aligned by the load; these readers keep a run safe all the same when one
 // of them is short, by giving the value of a row that holds nothing.
-int32_t At(const Int32Table& t, int64_t i) noexcept {
-    return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : -1;
-}
+int32_t At(const Int32Table& t, int64_t i) noexcept { return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : -1; }
 bool At(const BoolTable& t, int64_t i) noexcept { return i >= 0 && size_t(i) < t.size() && t[size_t(i)]; }
 double At(const DoubleTable& t, int64_t i) noexcept {
     return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : kNoMotion;
@@ -140,8 +138,7 @@ void AppendEventLine(std::string& out, const Document& m, const RunOptions& o, i
 // A row that is no event line: motion lines under the two removal options, audio lines
 // while audio is kept. Everything else, the source's own comments among it, is dropped.
 bool KeepsNoteRow(std::string_view line, double motion, const RunOptions& o) {
-    const bool isMotion =
-        BeginsCI(line, "M2") || BeginsCI(line, "PEG A") || BeginsCI(line, "PEG B");
+    const bool isMotion = BeginsCI(line, "M2") || BeginsCI(line, "PEG A") || BeginsCI(line, "PEG B");
     if (isMotion) {
         // Exact comparisons of the stored values: 0.0 is a freeze frame, anything but the
         // no-motion mark is a speed change.
@@ -242,8 +239,8 @@ void NewEDL_02() {
         m.newReelName = reel.empty() ? std::string() : FormatReelNames(reel);
     }
 
-    const RunOptions o{m.IsGrassValley,     m.boolMirror,          m.boolKeyToDissolve,      m.boolA1234,
-                       m.boolFreezeFrame,   m.boolSpeedChange,     m.boolGenerateNewComments};
+    const RunOptions o{m.IsGrassValley,   m.boolMirror,      m.boolKeyToDissolve,      m.boolA1234,
+                       m.boolFreezeFrame, m.boolSpeedChange, m.boolGenerateNewComments};
 
     // 2. The header of the form. The second line is a constant of the form: a list read as
     // drop frame still says NON-DROP FRAME.
