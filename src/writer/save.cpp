@@ -34,11 +34,14 @@ void WriteListFile(const FolderItem& file) {
     MainWindowState& window = MainWindow();
     window.Cursor = MouseCursor::Wait;
 
-    const std::string bytes = EncodeListForSaving(m.finalCMXString ? std::string_view(*m.finalCMXString) : "");
+    const SharedText list = m.finalCMXString;
     std::unique_ptr<TextOutputStream> stream = GetPlatform().CreateTextFile(file);
     if (!stream) throw NilObjectError();
-    // One Write and nothing behind it: the list's own last line end ends the file.
-    stream->Write(bytes);
+    // The list and nothing behind it: its own last line end ends the file. It goes out a
+    // piece at a time, so a long list is never held twice; the file takes its place only
+    // when all of it is written.
+    EncodeListForSaving(list ? std::string_view(*list) : std::string_view(),
+                        [&stream](std::string_view bytes) { stream->Write(bytes); });
     stream->Close();
 
     // Creator "VORN", then type "TEXT": the platform sets the pair in one call. Where files

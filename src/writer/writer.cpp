@@ -7,9 +7,11 @@
 //
 // Speed: a click on any option reruns this over the whole list, so the list is built in one
 // string and every field is appended to it directly; no row makes a string of its own.
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "document/module1.hpp"
 #include "document/text.hpp"
@@ -258,6 +260,8 @@ void NewEDL_02() {
 
     // 3. The rows. Rows 0 and 1 hold the title and FCM lines and are never visited.
     CommentBlock block(m.myAbsMovieName);
+    std::vector<TextColumn::Piece> generated;
+    generated.reserve(size_t(std::max<int32_t>(m.maxZeilen, 0)));
     int32_t current = 1;   // event number of the last event row written
     int32_t previous = 0;  // the same, as it stood at the end of the row before
     for (int64_t i = 2; i <= int64_t(m.maxZeilen); ++i) {
@@ -283,8 +287,11 @@ void NewEDL_02() {
                 }
                 const size_t start = out.size();
                 AppendEventLine(out, m, o, i);
+                // The row's text becomes the line just generated. It is a piece of the list
+                // itself, handed over when the list is done; nothing of this run reads the
+                // row's text again.
                 if (size_t(i) < m.copyCompletLine.size())
-                    m.copyCompletLine.set(size_t(i), std::string_view(out).substr(start));
+                    generated.push_back({uint32_t(i), uint32_t(start), uint32_t(out.size() - start)});
                 out.push_back(kCR);
             } else if (KeepsNoteRow(line, At(m.readOrigM2, i), o)) {
                 out.append(line).push_back(kCR);
@@ -300,8 +307,16 @@ void NewEDL_02() {
         out.append(block.Text()).push_back(kCR);
     }
 
-    // 5. The list and the text area share one buffer.
+    // 5. The list and the text area share one buffer, and the generated lines of the
+    // working copy are pieces of it.
+    const bool piecesFit = out.size() <= 0xFFFFFFFFu;
     m.finalCMXString = std::make_shared<const std::string>(std::move(out));
+    if (piecesFit) {
+        m.copyCompletLine.SetOutsidePieces(m.finalCMXString, generated);
+    } else {
+        for (const TextColumn::Piece& p : generated)
+            m.copyCompletLine.set(p.row, std::string_view(*m.finalCMXString).substr(p.offset, p.length));
+    }
     window.EditField1.Text = m.finalCMXString;
 
     // 6. A fresh rendering always counts as unsaved.
