@@ -3,6 +3,7 @@
 
 #include <map>
 
+#include "document/load.hpp"
 #include "document/module1.hpp"
 #include "document/window_state.hpp"
 #include "generate.hpp"
@@ -34,12 +35,7 @@ void PrepareRead(const std::string& bytes) {
 
 void LoadWhole(const std::string& bytes) {
     PrepareRead(bytes);
-    ParseCMX3600();
-    CheckForM2();
-    CopyArrays();
-    CheckBSpurClipLenghts();
-    CleanEDL_4();
-    PrepareToDisplay();
+    RunLoadPasses();
 }
 
 void Setup() {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "document/load.hpp"
 #include "document/module1.hpp"
 #include "document/window_state.hpp"
 #include "passes/passes.hpp"
@@ -39,12 +40,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Module1.cmxString = std::make_shared<std::string>(DecodeWindowsLatin1(std::move(bytes)));
     ResetGlobalVariables_NEU();
     Module1.frameRate = (rateByte % 3 == 0) ? 24.0 : (rateByte % 3 == 1) ? 25.0 : 30.0;
-    ParseCMX3600();
-    CheckForM2();
-    CopyArrays();
-    CheckBSpurClipLenghts();
-    CleanEDL_4();
-    PrepareToDisplay();
+    RunLoadPasses();
 
     // Every switch the other way and back, as clicks would.
     for (int k = 0; k < 2; ++k) {

@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <optional>
-#include <regex>
 
 #include "document/load.hpp"
 #include "document/module1.hpp"
@@ -65,6 +64,14 @@ public:
 private:
     std::ostream& out_;
 };
+
+// Letters and digits of ASCII only.
+bool IsPlainReelName(std::string_view name) {
+    if (name.empty()) return false;
+    for (char c : name)
+        if (!((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9'))) return false;
+    return true;
+}
 
 bool IsReservedReel(std::string_view name) {
     for (const char* reserved : {"AX", "BL", "AUX", "BLACK"})
@@ -193,7 +200,7 @@ int ConvertMain(int argc, const char* const* argv, std::ostream& out, std::ostre
     }
 
     // The reel is checked for its characters and its length before any input is read.
-    if (o.reel && (!std::regex_match(*o.reel, std::regex("^[A-Za-z0-9]+$")) || o.reel->size() > 8)) {
+    if (o.reel && (!IsPlainReelName(*o.reel) || o.reel->size() > 8)) {
         err << "vornelt-convert: --reel: letters and digits only, at most 8 characters\n";
         return 2;
     }

@@ -59,17 +59,21 @@ void LoadFile(const FolderItem& file, bool assignRateTwice) {
     window.ST_FrameRate.Text = Str(m.frameRate);
     window.ST_FCM.Text = m.dropFrame ? "Drop Frame" : "Non-Drop Frame";
 
+    RunLoadPasses();
+
+    window.Cursor = MouseCursor::StandardPointer;
+}
+
+}  // namespace
+
+void RunLoadPasses() {
     ParseCMX3600();
     CheckForM2();
     CopyArrays();
     CheckBSpurClipLenghts();
     CleanEDL_4();
     PrepareToDisplay();
-
-    window.Cursor = MouseCursor::StandardPointer;
 }
-
-}  // namespace
 
 void Open_CMX() {
     Document& m = Module1;

@@ -3,10 +3,14 @@
 //
 // A conform list has hundreds of thousands of rows and every row has an entry in some
 // thirty tables, so a heap string per entry would cost many times the file. Here an entry
-// is 8 bytes: a piece of one shared buffer, the document (the normalised text of the list,
-// which every table of a load shares), or of the table's own arena, for texts that are not
-// in the document ("**", a generated line, a repaired timecode). A text that lies inside the
-// attached document is referenced, never copied, so the reader's cuts cost nothing.
+// is 8 bytes: a piece of a shared buffer or of the table's own arena. The shared buffers
+// are the document (the normalised text of the list, which every table of a load shares)
+// and one outside buffer (the rendered list, whose event lines the working copy refers to).
+// A text that lies inside the attached document is referenced, never copied, so the
+// reader's cuts cost nothing; the arena holds the rest ("**", a repaired timecode).
+//
+// A table made as a copy of another shares its entries until either is changed, so a
+// working copy that stays as read costs nothing.
 //
 // Entries are read as std::string_view; a view stays valid until the entry or the table is
 // changed.
@@ -14,6 +18,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,16 +29,16 @@ using SharedText = std::shared_ptr<const std::string>;
 
 class TextColumn {
 public:
-    TextColumn() = default;
+    TextColumn();
 
-    size_t size() const noexcept { return refs_.size(); }
-    bool empty() const noexcept { return refs_.empty(); }
+    size_t size() const noexcept { return s_->refs.size(); }
+    bool empty() const noexcept { return s_->refs.empty(); }
 
     // The entry of row i. Rows are in range by construction of the pipeline.
-    std::string_view operator()(size_t i) const noexcept { return View(refs_[i]); }
+    std::string_view operator()(size_t i) const noexcept { return View(s_->refs[i]); }
     // The entry of row i, or "" for a row out of range.
     std::string_view Get(int64_t i) const noexcept {
-        return (i >= 0 && size_t(i) < refs_.size()) ? View(refs_[size_t(i)]) : std::string_view();
+        return (i >= 0 && size_t(i) < s_->refs.size()) ? View(s_->refs[size_t(i)]) : std::string_view();
     }
 
     // Texts that lie inside this buffer are referenced from now on. Emptying the table keeps
@@ -41,39 +46,64 @@ public:
     void AttachDocument(SharedText document) { document_ = std::move(document); }
     const SharedText& Document() const noexcept { return document_; }
 
-    void clear() noexcept;  // empties the table; keeps its capacity and attachment
-    void reserve(size_t n) { refs_.reserve(n); }
-    void push_back(std::string_view text) { refs_.push_back(Store(text)); }
+    void clear();  // empties the table; keeps its attachment
+    void reserve(size_t n) { Own().refs.reserve(n); }
+    void push_back(std::string_view text);
     void set(size_t i, std::string_view text);
     // Sizes the table to n rows, all empty.
     void assign_empty(size_t n);
+    // Makes this table an exact copy of `other`, sharing its storage until either changes.
+    void CopyFrom(const TextColumn& other);
 
-    // Bytes held beyond the shared document, for the memory figures.
-    size_t OwnBytes() const noexcept { return arena_.capacity() + refs_.capacity() * sizeof(Ref); }
+    // Points rows at pieces of an outside buffer, all in one go: pieces[k] says that row
+    // `row` is the text at `offset`, `length` of `outside`. Rows that pointed into the
+    // outside buffer of the time before and are not among the pieces keep their texts.
+    struct Piece {
+        uint32_t row;
+        uint32_t offset;
+        uint32_t length;
+    };
+    void SetOutsidePieces(SharedText outside, std::span<const Piece> pieces);
+
+    // Bytes held beyond the shared buffers, for the memory figures.
+    size_t OwnBytes() const noexcept { return s_->arena.capacity() + s_->refs.capacity() * sizeof(Ref); }
 
 private:
     struct Ref {
         uint32_t offset = 0;
-        uint32_t length = 0;  // top bit set: the text is in the arena, else in the document
+        uint32_t length = 0;  // the two top bits say where the text is
     };
-    static constexpr uint32_t kArenaBit = 0x80000000u;
+    static constexpr uint32_t kArena = 0x80000000u;
+    static constexpr uint32_t kOutside = 0x40000000u;
+    static constexpr uint32_t kKindMask = kArena | kOutside;
+    static constexpr uint32_t kMaxLength = 0x3FFFFFFFu;
+
+    struct Storage {
+        std::vector<Ref> refs;
+        std::string arena;
+        size_t garbage = 0;  // arena bytes no entry refers to any more
+        // The last few short texts put into the arena, so that a table set again and again
+        // to "K", "D" or "**" does not grow.
+        std::array<Ref, 4> recent{};
+        size_t recentNext = 0;
+    };
 
     std::string_view View(Ref r) const noexcept {
-        if (r.length & kArenaBit) return std::string_view(arena_.data() + r.offset, r.length & ~kArenaBit);
-        if (r.length == 0) return {};
-        return std::string_view(document_->data() + r.offset, r.length);
+        const uint32_t n = r.length & kMaxLength;
+        if (n == 0) return {};
+        switch (r.length & kKindMask) {
+            case kArena: return std::string_view(s_->arena.data() + r.offset, n);
+            case kOutside: return std::string_view(outside_->data() + r.offset, n);
+            default: return std::string_view(document_->data() + r.offset, n);
+        }
     }
-    Ref Store(std::string_view text);
-    void Compact();
+    Storage& Own();  // the storage, unshared first if it is shared
+    Ref Store(Storage& s, std::string_view text);
+    void Compact(Storage& s);
 
     SharedText document_;
-    std::vector<Ref> refs_;
-    std::string arena_;
-    size_t garbage_ = 0;  // arena bytes no entry refers to any more
-    // The last few short texts put into the arena, so that a table set again and again to
-    // "K", "D" or "**" does not grow.
-    std::array<Ref, 4> recent_{};
-    size_t recentNext_ = 0;
+    SharedText outside_;
+    std::shared_ptr<Storage> s_;
 };
 
 }  // namespace vornelt

@@ -18,6 +18,21 @@ namespace passes_detail {
 
 namespace {
 
+// Sorts (source in, row) keys that stand in row order by their source in: a stable radix
+// sort over the upper half in three digits of 11 bits, so that equal source ins keep their
+// rows in ascending order.
+void SortBySourceIn(std::vector<uint64_t>& keys) {
+    std::vector<uint64_t> other(keys.size());
+    std::vector<uint32_t> start(2049);
+    for (const int shift : {32, 43, 54}) {
+        std::fill(start.begin(), start.end(), 0u);
+        for (const uint64_t k : keys) ++start[((k >> shift) & 2047) + 1];
+        for (size_t d = 1; d < start.size(); ++d) start[d] += start[d - 1];
+        for (const uint64_t k : keys) other[start[(k >> shift) & 2047]++] = k;
+        keys.swap(other);
+    }
+}
+
 // The open rows ordered by (source in, row): one run of rows per source in, found through a
 // hash of the source ins. Rows leave the order as they join a chain; a union-find over the
 // positions skips the rows that have left.
@@ -29,7 +44,7 @@ public:
         keys.reserve(rows);
         for (size_t r = 0; r < rows; ++r)
             if (eventNumber[r] >= 1) keys.push_back((uint64_t(uint32_t(sourceIn[r]) ^ 0x80000000u) << 32) | r);
-        std::sort(keys.begin(), keys.end());
+        SortBySourceIn(keys);
 
         rows_.resize(keys.size());
         for (size_t k = 0; k < keys.size(); ++k) rows_[k] = uint32_t(keys[k]);
@@ -159,9 +174,9 @@ void CleanEDL_4() {
     Platform& platform = GetPlatform();
 
     m.cleanClipReelName.assign_empty(m.copyReelNames.size());
-    const size_t rows = passes_detail::RowsWithin(
-        m.maxZeilen, {m.cleanClipReelName.size(), m.copyEventNumberInt.size(), m.copySourceInFrame.size(),
-                      m.copySourceOutFrame.size()});
+    const size_t rows =
+        passes_detail::RowsWithin(m.maxZeilen, {m.cleanClipReelName.size(), m.copyEventNumberInt.size(),
+                                                m.copySourceInFrame.size(), m.copySourceOutFrame.size()});
     const std::vector<int32_t> chain =
         passes_detail::NumberClipChains(rows, m.copyEventNumberInt, m.copySourceInFrame, m.copySourceOutFrame);
 

@@ -21,10 +21,10 @@ void CheckBSpurClipLenghts() {
     Platform& platform = GetPlatform();
 
     const size_t rows = passes_detail::RowsWithin(
-        m.maxZeilen, {m.copyEventNumberInt.size(), m.copyIsBTrack.size(), m.copyTrans.size(),
-                      m.editDurationFrames.size(), m.copyEditDurationFrames.size(), m.copySourceInFrame.size(),
-                      m.copySourceOutFrame.size(), m.copySourceOutTC.size(), m.copyRecInFrame.size(),
-                      m.copyRecOutFrame.size(), m.copyRecOutTC.size()});
+        m.maxZeilen,
+        {m.copyEventNumberInt.size(), m.copyIsBTrack.size(), m.copyTrans.size(), m.editDurationFrames.size(),
+         m.copyEditDurationFrames.size(), m.copySourceInFrame.size(), m.copySourceOutFrame.size(),
+         m.copySourceOutTC.size(), m.copyRecInFrame.size(), m.copyRecOutFrame.size(), m.copyRecOutTC.size()});
 
     for (size_t i = 0; i < rows; ++i) {
         platform.Yield();

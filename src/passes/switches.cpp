@@ -29,8 +29,8 @@ Tracks TracksOf(std::string_view mode) {
         return t;
     }
     t.video = Contains(mode, "V");
-    t.audio = Contains(mode, "A") || Contains(mode, "1") || Contains(mode, "2") || Contains(mode, "3") ||
-              Contains(mode, "4");
+    t.audio =
+        Contains(mode, "A") || Contains(mode, "1") || Contains(mode, "2") || Contains(mode, "3") || Contains(mode, "4");
     return t;
 }
 

@@ -44,9 +44,9 @@ void CopyArrays() {
     // reset at the start of a load empties them, and only that keeps them aligned.
 
     const SharedText document = m.readOrigCompleteLine.Document();
-    for (TextColumn* t : {&m.copyCompletLine, &m.copyRecOutTC, &m.copyRecInTC, &m.copySourceOutTC,
-                          &m.copySourceInTC, &m.copyEventNumberStr, &m.copyReelNames, &m.copyMode, &m.copyTrans,
-                          &m.copyTransDur, &m.copyIsBTrack})
+    for (TextColumn* t :
+         {&m.copyCompletLine, &m.copyRecOutTC, &m.copyRecInTC, &m.copySourceOutTC, &m.copySourceInTC,
+          &m.copyEventNumberStr, &m.copyReelNames, &m.copyMode, &m.copyTrans, &m.copyTransDur, &m.copyIsBTrack})
         ShareDocument(*t, document);
 
     const size_t rows = m.maxZeilen < 0 ? 0 : size_t(m.maxZeilen) + 1;
@@ -54,7 +54,13 @@ void CopyArrays() {
     // Table by table rather than row by row: each copy is one straight run through memory.
     // Every table ends with one entry per row; a read table that is shorter than the list
     // (only when the reader did not run) gives the entries of a line without an event.
+    // An empty copy of a whole read table shares the read table's storage until a pass
+    // changes it: the same entries, without a second copy of them.
     auto copyText = [rows](TextColumn& copy, const TextColumn& read) {
+        if (copy.empty() && read.size() == rows) {
+            copy.CopyFrom(read);
+            return;
+        }
         copy.reserve(copy.size() + rows);
         for (size_t i = 0; i < rows; ++i) copy.push_back(read.Get(int64_t(i)));
     };
@@ -64,11 +70,8 @@ void CopyArrays() {
         copy.insert(copy.end(), read.begin(), read.begin() + ptrdiff_t(n));
         copy.insert(copy.end(), rows - n, -1);
     };
-    m.copyCompletLine.reserve(rows);
-    for (size_t i = 0; i < rows; ++i) {
-        m.copyCompletLine.push_back(m.readOrigCompleteLine.Get(int64_t(i)));
-        platform.Yield();
-    }
+    copyText(m.copyCompletLine, m.readOrigCompleteLine);
+    for (size_t i = 0; i < rows; ++i) platform.Yield();
     copyText(m.copyRecOutTC, m.readOrigRecOutTC);
     copyText(m.copyRecInTC, m.readOrigRecInTC);
     copyText(m.copySourceOutTC, m.readOrigSourceOutTC);

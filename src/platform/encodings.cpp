@@ -82,4 +82,16 @@ std::string EncodeListForSaving(std::string_view text) {
     return out;
 }
 
+void EncodeListForSaving(std::string_view text, const std::function<void(std::string_view)>& write,
+                         size_t pieceSize) {
+    if (pieceSize == 0) pieceSize = 1;
+    size_t from = 0;
+    while (from < text.size()) {
+        size_t to = std::min(text.size(), from + pieceSize);
+        while (to < text.size() && ((text[to] & 0xC0) == 0x80 || (text[to] == '\n' && text[to - 1] == '\r'))) ++to;
+        write(EncodeListForSaving(text.substr(from, to - from)));
+        from = to;
+    }
+}
+
 }  // namespace vornelt

@@ -2,6 +2,7 @@
 // The two character sets at the edges of the system: a list is read as Windows Latin 1 and
 // saved as Mac OS Roman. Inside, every text is UTF-8 (see document/text.hpp).
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -19,5 +20,11 @@ std::string EncodeMacRoman(std::string_view text);
 // The bytes of a saved list: every line end (CR, LF or CR LF) becomes CR LF, then the text
 // is encoded as Mac OS Roman. One pass.
 std::string EncodeListForSaving(std::string_view text);
+
+// The same bytes, handed to `write` a piece at a time (about `pieceSize` of the text each),
+// so that saving a long list never holds a second copy of it. A piece never ends between a
+// CR and its LF or inside a character.
+void EncodeListForSaving(std::string_view text, const std::function<void(std::string_view)>& write,
+                         size_t pieceSize = size_t(1) << 20);
 
 }  // namespace vornelt

@@ -149,7 +149,8 @@ constexpr NamedCode kSmpteNames[] = {
     {350, "MATRIX WIPE vertical Waterfall Left"},
     {351, "MATRIX WIPE vertical Waterfall Right"},
     {352, "MATRIX WIPE horizontal Waterfall Left"},
-    {353, "MATRIX WIPE horizontal Waterfall Right"},};
+    {353, "MATRIX WIPE horizontal Waterfall Right"},
+};
 
 // Codes of the Final Cut Pro table that have a name; every other code of W001 to W256 has
 // none. "Split Slide " ends in a blank, and so does its capital form.
@@ -176,7 +177,8 @@ constexpr NamedCode kFcpNames[] = {
     {23, "Band Wipe"},
     {115, "V Wipe"},
     {120, "Jaws Wipe"},
-    {123, "Venetian Blind Wipe"},};
+    {123, "Venetian Blind Wipe"},
+};
 
 constexpr int kHighestCode = 999;
 

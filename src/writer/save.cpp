@@ -15,7 +15,8 @@ namespace vornelt {
 namespace {
 
 const std::string& SaveErrorText() {
-    static const std::string text = std::string("Unknown Error while saving the File.") + kCR + kCR + "Please try again.";
+    static const std::string text =
+        std::string("Unknown Error while saving the File.") + kCR + kCR + "Please try again.";
     return text;
 }
 
@@ -33,11 +34,14 @@ void WriteListFile(const FolderItem& file) {
     MainWindowState& window = MainWindow();
     window.Cursor = MouseCursor::Wait;
 
-    const std::string bytes = EncodeListForSaving(m.finalCMXString ? std::string_view(*m.finalCMXString) : "");
+    const SharedText list = m.finalCMXString;
     std::unique_ptr<TextOutputStream> stream = GetPlatform().CreateTextFile(file);
     if (!stream) throw NilObjectError();
-    // One Write and nothing behind it: the list's own last line end ends the file.
-    stream->Write(bytes);
+    // The list and nothing behind it: its own last line end ends the file. It goes out a
+    // piece at a time, so a long list is never held twice; the file takes its place only
+    // when all of it is written.
+    EncodeListForSaving(list ? std::string_view(*list) : std::string_view(),
+                        [&stream](std::string_view bytes) { stream->Write(bytes); });
     stream->Close();
 
     // Creator "VORN", then type "TEXT": the platform sets the pair in one call. Where files
@@ -65,12 +69,12 @@ std::string SuggestedSaveName(std::string_view loadedName) {
 void SaveAsDialog() {
     Document& m = Module1;
     try {
-        SaveDialogSpec spec;
-        spec.Title = "Save EDL As " + m.edlFormat;
-        spec.PromptText = "Save new EDL as...";
-        spec.SuggestedFileName = SuggestedSaveName(m.myAbsDateiName);
-        spec.InitialDirectory = m.myAbsDateiFolderItem;
-        const FolderItemRef file = GetPlatform().ShowSaveDialog(spec);
+        SaveDialogSpec dialog;
+        dialog.Title = "Save EDL As " + m.edlFormat;
+        dialog.PromptText = "Save new EDL as...";
+        dialog.SuggestedFileName = SuggestedSaveName(m.myAbsDateiName);
+        dialog.InitialDirectory = m.myAbsDateiFolderItem;
+        const FolderItemRef file = GetPlatform().ShowSaveDialog(dialog);
         if (file) {
             WriteListFile(*file);
         } else {

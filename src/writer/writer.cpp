@@ -7,9 +7,11 @@
 //
 // Speed: a click on any option reruns this over the whole list, so the list is built in one
 // string and every field is appended to it directly; no row makes a string of its own.
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "document/module1.hpp"
 #include "document/text.hpp"
@@ -39,9 +41,7 @@ constexpr double kNoMotion = -1111.0;
 
 // The tables are aligned by the load; these readers keep a run safe all the same when one
 // of them is short, by giving the value of a row that holds nothing.
-int32_t At(const Int32Table& t, int64_t i) noexcept {
-    return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : -1;
-}
+int32_t At(const Int32Table& t, int64_t i) noexcept { return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : -1; }
 bool At(const BoolTable& t, int64_t i) noexcept { return i >= 0 && size_t(i) < t.size() && t[size_t(i)]; }
 double At(const DoubleTable& t, int64_t i) noexcept {
     return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : kNoMotion;
@@ -140,8 +140,7 @@ void AppendEventLine(std::string& out, const Document& m, const RunOptions& o, i
 // A row that is no event line: motion lines under the two removal options, audio lines
 // while audio is kept. Everything else, the source's own comments among it, is dropped.
 bool KeepsNoteRow(std::string_view line, double motion, const RunOptions& o) {
-    const bool isMotion =
-        BeginsCI(line, "M2") || BeginsCI(line, "PEG A") || BeginsCI(line, "PEG B");
+    const bool isMotion = BeginsCI(line, "M2") || BeginsCI(line, "PEG A") || BeginsCI(line, "PEG B");
     if (isMotion) {
         // Exact comparisons of the stored values: 0.0 is a freeze frame, anything but the
         // no-motion mark is a speed change.
@@ -242,8 +241,8 @@ void NewEDL_02() {
         m.newReelName = reel.empty() ? std::string() : FormatReelNames(reel);
     }
 
-    const RunOptions o{m.IsGrassValley,     m.boolMirror,          m.boolKeyToDissolve,      m.boolA1234,
-                       m.boolFreezeFrame,   m.boolSpeedChange,     m.boolGenerateNewComments};
+    const RunOptions o{m.IsGrassValley,   m.boolMirror,      m.boolKeyToDissolve,      m.boolA1234,
+                       m.boolFreezeFrame, m.boolSpeedChange, m.boolGenerateNewComments};
 
     // 2. The header of the form. The second line is a constant of the form: a list read as
     // drop frame still says NON-DROP FRAME.
@@ -261,6 +260,8 @@ void NewEDL_02() {
 
     // 3. The rows. Rows 0 and 1 hold the title and FCM lines and are never visited.
     CommentBlock block(m.myAbsMovieName);
+    std::vector<TextColumn::Piece> generated;
+    generated.reserve(size_t(std::max<int32_t>(m.maxZeilen, 0)));
     int32_t current = 1;   // event number of the last event row written
     int32_t previous = 0;  // the same, as it stood at the end of the row before
     for (int64_t i = 2; i <= int64_t(m.maxZeilen); ++i) {
@@ -286,8 +287,11 @@ void NewEDL_02() {
                 }
                 const size_t start = out.size();
                 AppendEventLine(out, m, o, i);
+                // The row's text becomes the line just generated. It is a piece of the list
+                // itself, handed over when the list is done; nothing of this run reads the
+                // row's text again.
                 if (size_t(i) < m.copyCompletLine.size())
-                    m.copyCompletLine.set(size_t(i), std::string_view(out).substr(start));
+                    generated.push_back({uint32_t(i), uint32_t(start), uint32_t(out.size() - start)});
                 out.push_back(kCR);
             } else if (KeepsNoteRow(line, At(m.readOrigM2, i), o)) {
                 out.append(line).push_back(kCR);
@@ -303,8 +307,16 @@ void NewEDL_02() {
         out.append(block.Text()).push_back(kCR);
     }
 
-    // 5. The list and the text area share one buffer.
+    // 5. The list and the text area share one buffer, and the generated lines of the
+    // working copy are pieces of it.
+    const bool piecesFit = out.size() <= 0xFFFFFFFFu;
     m.finalCMXString = std::make_shared<const std::string>(std::move(out));
+    if (piecesFit) {
+        m.copyCompletLine.SetOutsidePieces(m.finalCMXString, generated);
+    } else {
+        for (const TextColumn::Piece& p : generated)
+            m.copyCompletLine.set(p.row, std::string_view(*m.finalCMXString).substr(p.offset, p.length));
+    }
     window.EditField1.Text = m.finalCMXString;
 
     // 6. A fresh rendering always counts as unsaved.

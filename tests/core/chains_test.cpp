@@ -64,14 +64,16 @@ TEST(ClipChains, TieBreaksAndScans) {
         std::vector<std::array<int32_t, 3>> rows;  // event number, source in, source out
         std::vector<int32_t> chains;
     } const cases[] = {
-        {"worked example", {{-1, -1, -1}, {-1, -1, -1}, {1, 100, 200}, {2, 200, 300}, {3, 50, 80}, {4, 100, 150}},
+        {"worked example",
+         {{-1, -1, -1}, {-1, -1, -1}, {1, 100, 200}, {2, 200, 300}, {3, 50, 80}, {4, 100, 150}},
          {0, 0, 3, 3, 1, 2}},
         {"the last open row wins a tie", {{1, 5, 9}, {2, 5, 8}}, {2, 1}},
         {"else the first of the lowest", {{1, 5, 9}, {2, 5, 8}, {3, 7, 1}}, {1, 2, 3}},
         {"the running scan follows row order", {{1, 0, 10}, {2, 10, 20}, {3, 20, 30}}, {1, 1, 1}},
         {"a chain against row order", {{1, 20, 30}, {2, 10, 20}, {3, 0, 10}}, {1, 1, 1}},
         {"two rows on one source in join, the third opens its own chain",
-         {{1, 0, 10}, {2, 10, 20}, {3, 10, 30}, {4, 10, 40}}, {1, 1, 1, 2}},
+         {{1, 0, 10}, {2, 10, 20}, {3, 10, 30}, {4, 10, 40}},
+         {1, 1, 1, 2}},
         {"a zero-length row leaves the frame where it was", {{1, 0, 10}, {2, 10, 10}, {3, 10, 20}}, {1, 1, 1}},
         {"a branch", {{1, 0, 10}, {2, 10, 20}, {3, 20, 5}, {4, 5, 10}, {5, 10, 7}}, {1, 1, 1, 1, 1}},
         {"event numbers 0 and -1 take no part", {{0, 0, 10}, {-1, 10, 20}, {1, 10, 20}}, {0, 0, 1}},
@@ -124,8 +126,14 @@ TEST_F(ReelNames, EveryEventRowOfAChainGetsItsName) {
     CleanEDL_4();
     const Document& m = Module1;
     const std::string none;
-    const std::string expected[] = {none, none, FormatReelNames("RL0003"), FormatReelNames("RL0003"),
-                                    FormatReelNames("RL0001"), FormatReelNames("RL0002"), none, none};
+    const std::string expected[] = {none,
+                                    none,
+                                    FormatReelNames("RL0003"),
+                                    FormatReelNames("RL0003"),
+                                    FormatReelNames("RL0001"),
+                                    FormatReelNames("RL0002"),
+                                    none,
+                                    none};
     ASSERT_EQ(m.cleanClipReelName.size(), std::size(expected));
     for (size_t i = 0; i < std::size(expected); ++i) EXPECT_EQ(m.cleanClipReelName(i), expected[i]) << i;
 }

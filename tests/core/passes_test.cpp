@@ -6,8 +6,8 @@
 #include "document/text.hpp"
 #include "load_fixture.hpp"
 #include "reader/reader.hpp"
-#include "writer/writer.hpp"
 #include "table_builder.hpp"
+#include "writer/writer.hpp"
 
 namespace vornelt {
 namespace {
@@ -28,10 +28,10 @@ TEST_F(MotionLines, CutsTheSpeedOutOfEachLine) {
         {"M2   TAPE1       025.0                01:00:00:00", "025.0", 25.0},
         {"M2   TAPE1       -12.5                01:00:00:00", "-12.5", -12.5},
         {"M2   TAPE1       000.0                01:00:00:00", "000.0", 0.0},
-        {"m2   TAPE1       025.25", "025.2", 25.2},       // the second decimal is cut off
-        {"M2 A.1 025.0", "M2 A.1", 0.0},                  // the first point wins
-        {"M2 AX 25", "M2 AX", 0.0},                       // no point: six from the start
-        {"M20 X 1.5", "X 1.5", 0.0},                      // only the start of the line counts
+        {"m2   TAPE1       025.25", "025.2", 25.2},  // the second decimal is cut off
+        {"M2 A.1 025.0", "M2 A.1", 0.0},             // the first point wins
+        {"M2 AX 25", "M2 AX", 0.0},                  // no point: six from the start
+        {"M20 X 1.5", "X 1.5", 0.0},                 // only the start of the line counts
         {"PEG A 025.0 01:00:00:00", "025.", 25.0},
         {"peg b   -12.5", "-12.", -12.0},
         {"PEG A", "", 0.0},
@@ -126,9 +126,9 @@ TEST_F(KeyLengths, AZeroLengthKeyTakesTheLengthOfTheLineBefore) {
         int32_t duration, before;
         int32_t sourceOut;  // 500 when unchanged
     } const cases[] = {
-        {"", "K", 0, 75, 575}, {"B", "K", 0, 75, 500}, {"", "K", 50, 75, 500}, {"", "D", 0, 75, 500},
-        {"", "K", 0, 0, 500},  {"", "K", 0, -1, 500},  {"", "k", 0, 75, 575}, {"", "KB", 0, 75, 500},
-        {"", "K", -5, 75, 500},
+        {"", "K", 0, 75, 575}, {"B", "K", 0, 75, 500}, {"", "K", 50, 75, 500},
+        {"", "D", 0, 75, 500}, {"", "K", 0, 0, 500},   {"", "K", 0, -1, 500},
+        {"", "k", 0, 75, 575}, {"", "KB", 0, 75, 500}, {"", "K", -5, 75, 500},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.bTrack) + "|" + c.trans + "|" + std::to_string(c.duration) + "|" +

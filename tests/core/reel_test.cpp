@@ -14,6 +14,7 @@ struct ReelNameCase {
 };
 
 TEST(FormatReelNames, BothFormsAndIdempotent) {
+    // Characters count, not bytes: "Ä" is one character.
     const ReelNameCase cases[] = {
         {"ax", "      AX", "    AX"},
         {"Ax", "      AX", "    AX"},
@@ -31,7 +32,6 @@ TEST(FormatReelNames, BothFormsAndIdempotent) {
         {"B L", "      BL", "    BL"},
         {"   ", "", ""},
         {"", "", ""},
-        // Characters count, not bytes: "Ä" is one character.
         {"BÄNDER", "BÄNDER  ", "BÄNDER"},
         {"ÄÄÄÄÄÄÄÄÄ", "ÄÄÄÄÄÄÄÄ", "ÄÄÄÄÄÄÄÄ"},
     };

@@ -26,12 +26,12 @@ TEST_F(Switches, AudioTracks) {
         const char* droppedMode;
         bool droppedShown;
     } const cases[] = {
-        {"V", nullptr, true, nullptr, true},  {"v", nullptr, true, nullptr, true},
-        {"A", "A", true, "A", false},         {"A2", "A2", true, "A2", false},
-        {"AA", "AA", true, "AA", false},      {"AA/V", "AA/V", true, "V", true},
-        {"aa/v", "aa/v", true, "V", true},    {"V2", "V2", true, "V", true},
-        {"B", "B", true, "B", false},         {"NONE", "NONE", true, "NONE", false},
-        {"", "", true, "", false},            {"VX", nullptr, true, nullptr, true},
+        {"V", nullptr, true, nullptr, true}, {"v", nullptr, true, nullptr, true},
+        {"A", "A", true, "A", false},        {"A2", "A2", true, "A2", false},
+        {"AA", "AA", true, "AA", false},     {"AA/V", "AA/V", true, "V", true},
+        {"aa/v", "aa/v", true, "V", true},   {"V2", "V2", true, "V", true},
+        {"B", "B", true, "B", false},        {"NONE", "NONE", true, "NONE", false},
+        {"", "", true, "", false},           {"VX", nullptr, true, nullptr, true},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.mode);

@@ -23,9 +23,15 @@ struct ReadRow {
 // An event row on video with frame numbers; its duration is that of the record side.
 inline ReadRow Event(int32_t number, std::string trans, int32_t sourceIn, int32_t sourceOut, int32_t recIn = 0,
                      int32_t recOut = 0) {
-    return ReadRow{.line = std::to_string(number) + " " + trans, .number = std::to_string(number),
-                   .numberValue = number, .mode = std::string("V"), .trans = trans, .sourceIn = sourceIn,
-                   .sourceOut = sourceOut, .recIn = recIn, .recOut = recOut,
+    return ReadRow{.line = std::to_string(number) + " " + trans,
+                   .number = std::to_string(number),
+                   .numberValue = number,
+                   .mode = std::string("V"),
+                   .trans = trans,
+                   .sourceIn = sourceIn,
+                   .sourceOut = sourceOut,
+                   .recIn = recIn,
+                   .recOut = recOut,
                    .duration = int32_t(uint32_t(recOut) - uint32_t(recIn))};
 }
 

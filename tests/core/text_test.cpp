@@ -147,6 +147,13 @@ TEST(Encodings, MacRomanWritesOneBytePerCharacter) {
     EXPECT_EQ(EncodeMacRoman("\xF0\x9F\x8E\xAC" "x"), "?x");  // one "?" per code point
     EXPECT_EQ(EncodeListForSaving("a\rb\nc\r\nd\r"), "a\r\nb\r\nc\r\nd\r\n");
     EXPECT_EQ(EncodeListForSaving("\xC3\xA9\r"), "\x8E\r\n");
+    // In pieces, the same bytes: no piece splits a CR LF or a character.
+    const std::string list = "a\r\nb\xC3\xA9\rc\nd\r\n";
+    for (size_t piece : {1, 2, 3, 5, 100}) {
+        std::string joined;
+        EncodeListForSaving(list, [&](std::string_view b) { joined += b; }, piece);
+        EXPECT_EQ(joined, EncodeListForSaving(list)) << piece;
+    }
     // Everything Windows Latin 1 reads and Mac OS Roman can hold comes back.
     EXPECT_EQ(EncodeMacRoman(DecodeWindowsLatin1("\xE9\xE8\x80")), "\x8E\x8F\xDB");
 }

@@ -62,7 +62,10 @@ TEST(WipeNames, EachTableNamesItsCodesByFamily) {
         if (fcp != "EDGE WIPE") ++fcpOwnNames;
         if (smpte == "UNKNOWN") continue;
         ++smpteNamed;
-        const char* family = n < 100 ? "EDGE WIPE " : n < 200 ? "IRIS WIPE " : n < 300 ? "RADIAL WIPE " : "MATRIX WIPE ";
+        const char* family = n < 100   ? "EDGE WIPE "
+                             : n < 200 ? "IRIS WIPE "
+                             : n < 300 ? "RADIAL WIPE "
+                                       : "MATRIX WIPE ";
         EXPECT_EQ(smpte.rfind(family, 0), 0u) << Code(n);
     }
     EXPECT_EQ(smpteNamed, 133);
@@ -70,8 +73,8 @@ TEST(WipeNames, EachTableNamesItsCodesByFamily) {
 }
 
 TEST(CommentOrder, ThreeLinesComeBackInTheirOrder) {
-    const std::string E = "* EFFECT NAME: CROSS DISSOLVE", F = "* FROM CLIP NAME:  M.MOV",
-                      T = "* TO CLIP NAME:  M.MOV", K = "* KEY CLIP NAME:  M.MOV";
+    const std::string E = "* EFFECT NAME: CROSS DISSOLVE", F = "* FROM CLIP NAME:  M.MOV", T = "* TO CLIP NAME:  M.MOV",
+                      K = "* KEY CLIP NAME:  M.MOV";
     auto lines = [](std::initializer_list<std::string> l) {
         std::string s;
         for (const std::string& x : l) s += x + "\r";

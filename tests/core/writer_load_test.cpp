@@ -31,16 +31,16 @@ TEST_F(SavedList, FromFileToFileByteForByte) {
     const SavedListCase cases[] = {
         // The window's first settings: a mirror list with comments, wipes as dissolves,
         // motion lines removed, black kept as black.
-        {"writer_demo_cmx.edl", "writer_demo_cmx.mirror.expected.edl", 25.0, true, true, true, true, true, true,
-         false, true, 1},
+        {"writer_demo_cmx.edl", "writer_demo_cmx.mirror.expected.edl", 25.0, true, true, true, true, true, true, false,
+         true, 1},
         // No mirror, wipes kept with their Final Cut Pro names, motion lines kept, audio off.
         {"writer_demo_cmx.edl", "writer_demo_cmx.plain.expected.edl", 25.0, false, true, false, false, false, false,
          false, true, 0},
-        {"writer_demo_gvg.edl", "writer_demo_gvg.mirror.expected.edl", 25.0, true, true, true, true, true, true,
-         false, true, 1},
+        {"writer_demo_gvg.edl", "writer_demo_gvg.mirror.expected.edl", 25.0, true, true, true, true, true, true, false,
+         true, 1},
         // Keys as dissolves without comments: stars on the background row.
-        {"writer_demo_gvg.edl", "writer_demo_gvg.plain.expected.edl", 30.0, false, true, true, true, true, true,
-         true, false, 1},
+        {"writer_demo_gvg.edl", "writer_demo_gvg.plain.expected.edl", 30.0, false, true, true, true, true, true, true,
+         false, 1},
     };
     for (const SavedListCase& c : cases) {
         SCOPED_TRACE(c.expected);
