@@ -13,6 +13,7 @@
 
 #include "document/module1.hpp"
 #include "document/window_state.hpp"
+#include "ui/handlers.hpp"
 #include "ui/qt/list_view.hpp"
 #include "ui/windows.hpp"
 #include "ui_fixture.hpp"
@@ -119,7 +120,6 @@ private slots:
         for (const Placement& p : kPlacements) {
             QWidget* w = view.Control(p.name);
             QVERIFY2(w, p.name);
-            qInfo() << p.name;
             QCOMPARE(InWindow(view, w), p.rect);
             if (p.text) QCOMPARE(TextOf(w), QString::fromUtf8(p.text));
             const int size = p.pixelSize ? p.pixelSize : QApplication::font().pixelSize();
@@ -356,6 +356,26 @@ private slots:
         QCOMPARE(f.platform().messageDialogsShown.size(), size_t(1));
         QVERIFY(!f.shell().FrameRateIfDroped());
         QVERIFY(!MainWindow().EditField1.ReadOnly);  // a drop leaves the area writable
+        QVERIFY(!view.EditField1()->isReadOnly());
+
+        // Typing there changes the area's text, not the list, and the next list replaces it.
+        const std::string list = *Module1.finalCMXString;
+        view.EditField1()->setFocus(Qt::OtherFocusReason);
+        view.EditField1()->setSelection(0, 0);
+        QTest::keyClicks(view.EditField1(), "xy");
+        QTest::keyClick(view.EditField1(), Qt::Key_Backspace);
+        QCOMPARE(view.EditField1()->displayRowText(0), QString("x") + QString::fromStdString(list.substr(0, list.find('\r'))).left(view.EditField1()->columns() - 1));
+        QCOMPARE(QString::fromStdString(*MainWindow().EditField1.Text).left(2), QString("x") + QChar(list[0]));
+        QCOMPARE(*Module1.finalCMXString, list);
+        QCOMPARE(view.EditField1()->caretCell(), QPoint(1, 0));
+        QTest::mouseClick(qobject_cast<QCheckBox*>(view.Control("Chb_Mirror")), Qt::LeftButton);
+        QCOMPARE(view.EditField1()->text(), Module1.finalCMXString);
+
+        // A drag that leaves makes it read-only again.
+        f.shell().Dispatch(EditField1_DragExit);
+        QVERIFY(view.EditField1()->isReadOnly());
+        QTest::keyClicks(view.EditField1(), "z");
+        QCOMPARE(view.EditField1()->text(), Module1.finalCMXString);
     }
 
     void closingWithUnsavedChanges() {

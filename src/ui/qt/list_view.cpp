@@ -64,6 +64,56 @@ void ListView::setText(std::shared_ptr<const std::string> text) {
     emit selectionChanged();
 }
 
+void ListView::setReadOnly(bool readOnly) {
+    if (readOnly == readOnly_) return;
+    readOnly_ = readOnly;
+    viewport()->update();
+}
+
+int ListView::rowOf(size_t offset) const {
+    auto it = std::upper_bound(lineStarts_.begin(), lineStarts_.end(), uint32_t(std::min<size_t>(offset, std::numeric_limits<uint32_t>::max())));
+    const size_t line = size_t(std::max<ptrdiff_t>(0, (it - lineStarts_.begin()) - 1));
+    const size_t chars = charsIn(lineStarts_[line], std::min<size_t>(offset, lineEnds_[line]));
+    const size_t cols = size_t(std::max(1, columns_));
+    // At the very end of a full row the caret stands on that row, not the next one.
+    size_t within = chars / cols;
+    if (within > 0 && chars % cols == 0 && chars == charsIn(lineStarts_[line], lineEnds_[line])) --within;
+    return int(rowStarts_[line] + within);
+}
+
+QPoint ListView::caretCell() const {
+    if (readOnly_) return {-1, -1};
+    const int row = rowOf(caret_);
+    const Segment seg = segmentOfRow(row);
+    return {int(charsIn(seg.begin, std::clamp(caret_, seg.begin, seg.end))), row};
+}
+
+void ListView::replaceSelection(const std::string& bytes) {
+    const size_t lo = std::min(anchor_, caret_);
+    const size_t hi = std::max(anchor_, caret_);
+    // A copy of its own: the list's buffer is shared and never written.
+    std::string edited;
+    edited.reserve(text_->size() + bytes.size());
+    edited.append(*text_, 0, lo).append(bytes).append(*text_, hi, std::string::npos);
+    const int top = firstVisibleRow();
+    text_ = std::make_shared<const std::string>(std::move(edited));
+    indexLines();
+    verticalScrollBar()->setValue(top);
+    anchor_ = caret_ = lo + bytes.size();
+    viewport()->update();
+    emit textEdited();
+    emit selectionChanged();
+}
+
+void ListView::moveCaret(size_t to, bool extend) {
+    setSelection(extend ? anchor_ : to, to);
+    const int row = rowOf(caret_);
+    const int first = firstVisibleRow();
+    const int visible = std::max(1, viewport()->height() / rowHeight_);
+    if (row < first) verticalScrollBar()->setValue(row);
+    else if (row >= first + visible) verticalScrollBar()->setValue(row - visible + 1);
+}
+
 void ListView::indexLines() {
     const std::string& s = *text_;
     // Offsets are kept in 32 bits; a list is far below that (the reader takes at most 1 GB).
@@ -203,6 +253,11 @@ void ListView::paintEvent(QPaintEvent*) {
             p.restore();
         }
     }
+    if (!readOnly_ && active && lo == hi) {
+        const QPoint cell = caretCell();
+        const int y = (cell.y() - first) * rowHeight_;
+        p.fillRect(QRect(kMargin + cell.x() * charWidth_, y, 1, rowHeight_), pal.color(QPalette::Text));
+    }
 }
 
 void ListView::resizeEvent(QResizeEvent* event) {
@@ -314,6 +369,33 @@ bool ListView::event(QEvent* event) {
 void ListView::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy)) return copy();
     if (event->matches(QKeySequence::SelectAll)) return selectAll();
+    if (!readOnly_) {
+        const std::string& s = *text_;
+        const bool extend = event->modifiers() & Qt::ShiftModifier;
+        auto previous = [&](size_t at) {
+            if (at == 0) return at;
+            --at;
+            while (at > 0 && IsContinuationByte(s[at])) --at;
+            return at;
+        };
+        auto next = [&](size_t at) { return advanceChars(at, s.size(), 1); };
+        switch (event->key()) {
+            case Qt::Key_Left: return moveCaret(previous(caret_), extend);
+            case Qt::Key_Right: return moveCaret(next(caret_), extend);
+            case Qt::Key_Backspace:
+                if (!hasSelection()) anchor_ = previous(caret_);
+                return replaceSelection({});
+            case Qt::Key_Delete:
+                if (!hasSelection()) anchor_ = next(caret_);
+                return replaceSelection({});
+            case Qt::Key_Return:
+            case Qt::Key_Enter: return replaceSelection("\r");
+            default: break;
+        }
+        const QString typed = event->text();
+        if (!typed.isEmpty() && typed.at(0).isPrint() && !(event->modifiers() & (Qt::ControlModifier | Qt::MetaModifier)))
+            return replaceSelection(typed.toStdString());
+    }
     QScrollBar* bar = verticalScrollBar();
     switch (event->key()) {
         case Qt::Key_Up: bar->triggerAction(QAbstractSlider::SliderSingleStepSub); break;

@@ -29,10 +29,17 @@ public:
     QString selectedText() const;
     void setSelection(size_t anchor, size_t caret);
 
+    // Read-only at first. A writable area takes typing into its own copy of the text; the
+    // list itself is not changed by it.
+    void setReadOnly(bool readOnly);
+    bool isReadOnly() const { return readOnly_; }
+
     int lineCount() const { return int(lineStarts_.size()); }
     int columns() const { return columns_; }
     int displayRows() const { return totalRows_; }
     int firstVisibleRow() const;
+    // Where the caret's row and column are painted (for tests): -1 when it is not shown.
+    QPoint caretCell() const;
     // The text of a display row as painted (for tests).
     QString displayRowText(int row) const;
 
@@ -42,6 +49,8 @@ public slots:
 
 signals:
     void selectionChanged();
+    // The user typed into a writable area.
+    void textEdited();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -67,6 +76,9 @@ private:
     int lineOfRow(int row) const;
     Segment segmentOfRow(int row) const;
     size_t offsetAt(const QPoint& viewportPos) const;
+    int rowOf(size_t offset) const;
+    void replaceSelection(const std::string& bytes);
+    void moveCaret(size_t to, bool extend);
     size_t charsIn(size_t begin, size_t end) const;
     size_t advanceChars(size_t from, size_t limit, size_t count) const;
 
@@ -83,6 +95,7 @@ private:
     size_t anchor_ = 0;
     size_t caret_ = 0;
     bool selecting_ = false;
+    bool readOnly_ = true;
 };
 
 // "Monaco" 12 where it is installed, another font of fixed width where it is not.

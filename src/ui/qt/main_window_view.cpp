@@ -236,6 +236,13 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
     Add(editField1_, "EditField1", {20, 106, 700, 514}, Anchor::All);
     editField1_->viewport()->setAcceptDrops(true);
     editField1_->viewport()->installEventFilter(this);
+    // What the user types into the area after a drop is the control's text, not the list's:
+    // the next list replaces it, and a save writes the list.
+    connect(editField1_, &ListView::textEdited, this, [this] {
+        if (!MainWindowExists()) return;
+        shownText_ = editField1_->text();
+        MainWindow().EditField1.Text = shownText_;
+    });
 
     // The cover of the text area until the first list is in.
     canvas2_ = new QWidget(surface_);
@@ -430,6 +437,7 @@ void MainWindowView::Mirror() {
     canvas1_->setVisible(w.Canvas1.Visible);
 
     editField1_->setEnabled(w.EditField1.Enabled);
+    editField1_->setReadOnly(w.EditField1.ReadOnly);
     if (w.EditField1.Text != shownText_) {
         shownText_ = w.EditField1.Text;
         editField1_->setText(shownText_);
