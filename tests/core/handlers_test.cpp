@@ -3,8 +3,6 @@
 // routines ran in which order.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -110,20 +108,6 @@ TEST_F(HandlersTest, EachOptionStoresItsValueThenRunsItsPassesInOrder) {
     }
 }
 
-TEST_F(HandlersTest, WipesAndKeysToDissolvesLeaveEachOtherAlone) {
-    MainWindowState& w = MainWindow();
-    w.Chb_KeyToDissolve.Value = true;
-    w.Chb_TransToDissolve.Value = false;
-    Chb_TransToDissolve_Action();
-    EXPECT_TRUE(w.Chb_KeyToDissolve.Value);
-    EXPECT_EQ(g_calls, (Log{"AllWipesToDissolve", "NewEDL_02"}));
-
-    w.Chb_KeyToDissolve.Value = false;
-    w.Chb_TransToDissolve.Value = true;
-    Chb_KeyToDissolve_Action();
-    EXPECT_TRUE(w.Chb_TransToDissolve.Value);
-}
-
 TEST_F(HandlersTest, PopupAndEmptyHandlersRunNoPass) {
     PopupTransition_Change();
     EXPECT_EQ(g_calls, Log{"NewEDL_02"});
@@ -157,16 +141,6 @@ TEST_F(HandlersTest, KeyTrackOffUnchecksAndDisablesKeysToDissolvesOnBringsOnlyTh
     EXPECT_TRUE(w.Chb_KeyToDissolve.Enabled);
     EXPECT_FALSE(w.Chb_KeyToDissolve.Value);
     EXPECT_FALSE(Module1.boolKeyToDissolve);
-}
-
-TEST_F(HandlersTest, MainWindowOpenEmptiesTheThreeLabels) {
-    MainWindowState& w = MainWindow();
-    w.ST_EdlFormat.Text = "GVG";
-    w.ST_FrameRate.Text = "59,94";
-    w.ST_FCM.Text = "Drop Frame";
-    MainWindow_Event_Open();
-    EXPECT_EQ(w.ST_EdlFormat.Text + w.ST_FrameRate.Text + w.ST_FCM.Text, "");
-    EXPECT_TRUE(g_calls.empty());
 }
 
 // ---- save routes ----
@@ -523,16 +497,6 @@ TEST_F(HandlersTest, DropsAndDocumentsWithoutAFileTellTheUserAndGoOn) {
     }
 }
 
-TEST_F(HandlersTest, DragOverTheTextAreaMakesItWritableUntilTheDragLeaves) {
-    MainWindowState& w = MainWindow();
-    EXPECT_FALSE(EditField1_DragEnter());
-    EXPECT_FALSE(w.EditField1.ReadOnly);
-    EditField1_DropObject(FolderItem("/lists/a.edl"));
-    EXPECT_FALSE(w.EditField1.ReadOnly);
-    EditField1_DragExit();
-    EXPECT_TRUE(w.EditField1.ReadOnly);
-}
-
 // ---- the frame-rate question ----
 
 TEST_F(HandlersTest, FrameRateWindowsOpenOnPalAndTakeTheRows) {
@@ -585,72 +549,9 @@ TEST_F(HandlersTest, FrameRateWindowsOpenOnPalAndTakeTheRows) {
     }
 }
 
-TEST_F(HandlersTest, ALivingFrameRateWindowIsNotOpenedAgain) {
-    FrameRateWindowState& w = FrameRateWindow();
-    const uint64_t instance = w.Instance;
-    w.PopupMenu1.ListIndex = 2;
-    FrameRateWindow_PopupMenu1_Change();
-    BtnOpenEDL_Action();
-    EXPECT_EQ(FrameRateWindow().Instance, instance);
-    EXPECT_EQ(FrameRateWindow().PopupMenu1.ListIndex, 2);
-    EXPECT_EQ(Module1.frameRateTmp, 24.0);
-    // Closed by its title bar: the chain ends with no load.
-    CloseFrameRateWindow();
-    EXPECT_TRUE(g_calls.empty());
-}
-
-// ---- start-up, about, help ----
-
-TEST_F(HandlersTest, StartUpWindowHandsOverToTheMainWindowAfterItsTimer) {
-    CloseMainWindow();
-    Module1.isModified = true;
-    App_Event_Open();
-    EXPECT_FALSE(Module1.isModified);
-    ASSERT_TRUE(StartUpWindowExists());
-    const StartUpWindowState& s = StartUpWindow();
-    EXPECT_EQ(s.ST_Version.Text, VersionText(VORNELT_VERSION_MAJOR, VORNELT_VERSION_MINOR));
-    EXPECT_EQ(s.Timer1.mode, TimerState::Mode::Single);
-    EXPECT_EQ(s.Timer1.Period, 3000);
-    EXPECT_EQ(s.Timer1.Resets, 1u);
-    EXPECT_FALSE(MainWindowExists());
-
-    StartUpWindow_Timer1_Action();
-    EXPECT_FALSE(StartUpWindowExists());
-    EXPECT_TRUE(MainWindowExists());
-}
-
 TEST_F(HandlersTest, VersionText) {
     EXPECT_EQ(VersionText(1, 2), "Verion 1.2");
     EXPECT_EQ(VersionText(10, 0), "Verion 10.0");
-}
-
-TEST_F(HandlersTest, AboutWindowLink) {
-    EXPECT_FALSE(App_About_Action());
-    ASSERT_TRUE(AboutWindow2Exists());
-    EXPECT_EQ(AboutWindow2().ST_Version.Text, VersionText());
-
-    ST_www_MouseEnter();
-    EXPECT_EQ(AboutWindow2().Cursor, MouseCursor::FingerPointer);
-    ST_www_MouseExit();
-    EXPECT_EQ(AboutWindow2().Cursor, MouseCursor::StandardPointer);
-
-    EXPECT_TRUE(ST_www_MouseDown());
-    ST_www_MouseUp();
-    EXPECT_EQ(platform.launched, std::vector<std::string>{std::string(kWebSiteURL)});
-    EXPECT_FALSE(AboutWindow2Exists());
-
-    // A click elsewhere closes it without opening the site.
-    AboutWindow2();
-    EXPECT_FALSE(AboutWindow2_Event_MouseDown());
-    EXPECT_FALSE(AboutWindow2Exists());
-    EXPECT_EQ(platform.launched.size(), 1u);
-}
-
-TEST_F(HandlersTest, HelpOpensTheManualTwoLevelsAboveTheProgram) {
-    EXPECT_FALSE(App_HelpHelp_Action());
-    const FolderItem program = platform.ExecutableFile();
-    ASSERT_EQ(platform.launched.size(), 1u);
-    EXPECT_EQ(platform.launched[0], program.Parent()->Parent()->AbsolutePath() + "/Resources/Manual.pdf");
 }
 
 TEST_F(HandlersTest, FileTypes) {
@@ -666,42 +567,6 @@ TEST_F(HandlersTest, FileTypes) {
         {FileTypes1.pMovie, "a.AVI", true},    {FileTypes1.pMovie, "a.mp4", false},
     };
     for (const Case& c : cases) EXPECT_EQ(FileTypeAccepts(c.type, c.name), c.accepted) << c.name;
-}
-
-// ---- a drop through the real load ----
-
-TEST(HandlersLoadTest, DropThenOkLoadsAtTheChosenRate) {
-    ResetProgramState();
-    HeadlessPlatform platform;
-    ScopedPlatform scope(platform);
-    const auto dir = std::filesystem::temp_directory_path() / ("vornelt-drop-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(dir);
-    const auto path = dir / "Scene 4.edl";
-    std::ofstream(path, std::ios::binary) << "TITLE: SCENE 4\r\nFCM: NON-DROP FRAME\r\n\r\n"
-                                             "001  A001     V     C        01:00:00:00 01:00:02:00 00:00:00:00 00:00:02:00\r\n";
-
-    EditField1_DropObject(FolderItem(path.string()));
-    ASSERT_TRUE(FrameRateWindowIfDropedExists());
-    FrameRateWindowIfDroped().PopupMenu1.ListIndex = 2;
-    FrameRateWindowIfDroped_PopupMenu1_Change();
-    FrameRateWindowIfDroped_PushButton1_Action();
-
-    MainWindowState& w = MainWindow();
-    EXPECT_EQ(w.Title, "Scene 4.edl");
-    EXPECT_EQ(w.ST_FrameRate.Text, "24");
-    EXPECT_FALSE(w.Canvas2.Visible);
-    EXPECT_EQ(Module1.frameRate, 24.0);
-    EXPECT_TRUE(platform.messages.empty());
-
-    // A second drop asks about the unsaved list first.
-    platform.messageDialogAnswers.push_back(DialogButton::Cancel);
-    EditField1_DropObject(FolderItem(path.string()));
-    EXPECT_EQ(platform.messageDialogsShown.size(), 1u);
-    EXPECT_FALSE(FrameRateWindowIfDropedExists());
-
-    std::filesystem::remove_all(dir);
-    CloseFrameRateWindowIfDroped();
-    ResetProgramState();
 }
 
 }  // namespace

@@ -199,13 +199,8 @@ private slots:
         QCOMPARE(Field(view, "EF_SeqTitle")->text(), QString::fromStdString(MainWindow().EF_SeqTitle.Text()));
         QVERIFY(view.isWindowModified());
         f.Shoot(&view, "main-window-loaded");
-    }
 
-    // The picture of the manual and the README: a list with a movie named in the comments.
-    void pictureForTheManual() {
-        UiFixture f;
-        f.LoadThroughWindows(f.WriteFile("Harbour Reel 2.edl", SampleList()));
-        MainWindowView& view = f.main();
+        // The picture of the manual and the README: a movie named in the comments.
         view.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&view));
         QLineEdit* movie = Field(view, "EF_RenderedMovie");

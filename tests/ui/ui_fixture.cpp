@@ -28,15 +28,15 @@ T Take(std::deque<T>& answers, T whenEmpty) {
 
 }  // namespace
 
-FolderItemRef ScriptedQtPlatform::ShowOpenDialog(const OpenDialogSpec& spec) {
+FolderItemRef ScriptedQtPlatform::ShowOpenDialog(const OpenDialogSpec& request) {
     BeforeDialog();
-    openDialogsShown.push_back(spec);
+    openDialogsShown.push_back(request);
     return Take<FolderItemRef>(openDialogAnswers, std::nullopt);
 }
 
-FolderItemRef ScriptedQtPlatform::ShowSaveDialog(const SaveDialogSpec& spec) {
+FolderItemRef ScriptedQtPlatform::ShowSaveDialog(const SaveDialogSpec& request) {
     BeforeDialog();
-    saveDialogsShown.push_back(spec);
+    saveDialogsShown.push_back(request);
     return Take<FolderItemRef>(saveDialogAnswers, std::nullopt);
 }
 
@@ -45,9 +45,9 @@ void ScriptedQtPlatform::MsgBox(std::string_view text) {
     messages.emplace_back(text);
 }
 
-DialogButton ScriptedQtPlatform::ShowMessageDialog(const MessageDialogSpec& spec) {
+DialogButton ScriptedQtPlatform::ShowMessageDialog(const MessageDialogSpec& request) {
     BeforeDialog();
-    messageDialogsShown.push_back(spec);
+    messageDialogsShown.push_back(request);
     return Take(messageDialogAnswers, DialogButton::None);
 }
 

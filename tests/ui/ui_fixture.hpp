@@ -34,10 +34,10 @@ public:
     std::vector<std::string> launched;
     std::vector<std::string> redraws;
 
-    FolderItemRef ShowOpenDialog(const OpenDialogSpec& spec) override;
-    FolderItemRef ShowSaveDialog(const SaveDialogSpec& spec) override;
+    FolderItemRef ShowOpenDialog(const OpenDialogSpec& request) override;
+    FolderItemRef ShowSaveDialog(const SaveDialogSpec& request) override;
     void MsgBox(std::string_view text) override;
-    DialogButton ShowMessageDialog(const MessageDialogSpec& spec) override;
+    DialogButton ShowMessageDialog(const MessageDialogSpec& request) override;
     void Beep() override {}
     void Launch(const FolderItem& file) override { launched.push_back(file.AbsolutePath()); }
     void ShowURL(std::string_view url) override { launched.emplace_back(url); }

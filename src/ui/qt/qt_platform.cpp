@@ -63,33 +63,33 @@ void QtPlatform::BeforeDialog() {
     sinceServed_.restart();
 }
 
-FolderItemRef QtPlatform::ShowOpenDialog(const OpenDialogSpec& spec) {
+FolderItemRef QtPlatform::ShowOpenDialog(const OpenDialogSpec& request) {
     BeforeDialog();
-    QFileDialog dialog(shell_.DialogParent(), ToQ(spec.Title));
+    QFileDialog dialog(shell_.DialogParent(), ToQ(request.Title));
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
 #if !defined(Q_OS_MACOS)
     dialog.setOption(QFileDialog::DontUseNativeDialog);
-    AddPrompt(dialog, spec.PromptText);
+    AddPrompt(dialog, request.PromptText);
 #endif
-    const QStringList filters = NameFilters(spec.Filter);
+    const QStringList filters = NameFilters(request.Filter);
     if (!filters.isEmpty()) dialog.setNameFilters(filters);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     return FolderItem(FromQ(dialog.selectedFiles().first()));
 }
 
-FolderItemRef QtPlatform::ShowSaveDialog(const SaveDialogSpec& spec) {
+FolderItemRef QtPlatform::ShowSaveDialog(const SaveDialogSpec& request) {
     BeforeDialog();
-    QFileDialog dialog(shell_.DialogParent(), ToQ(spec.Title));
+    QFileDialog dialog(shell_.DialogParent(), ToQ(request.Title));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
 #if !defined(Q_OS_MACOS)
     dialog.setOption(QFileDialog::DontUseNativeDialog);
-    AddPrompt(dialog, spec.PromptText);
+    AddPrompt(dialog, request.PromptText);
 #endif
-    if (spec.InitialDirectory && spec.InitialDirectory->IsFolder())
-        dialog.setDirectory(ToQ(spec.InitialDirectory->AbsolutePath()));
-    dialog.selectFile(ToQ(spec.SuggestedFileName));
+    if (request.InitialDirectory && request.InitialDirectory->IsFolder())
+        dialog.setDirectory(ToQ(request.InitialDirectory->AbsolutePath()));
+    dialog.selectFile(ToQ(request.SuggestedFileName));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     return FolderItem(FromQ(dialog.selectedFiles().first()));
 }
@@ -102,24 +102,24 @@ void QtPlatform::MsgBox(std::string_view text) {
     box.exec();
 }
 
-DialogButton QtPlatform::ShowMessageDialog(const MessageDialogSpec& spec) {
+DialogButton QtPlatform::ShowMessageDialog(const MessageDialogSpec& request) {
     BeforeDialog();
     QMessageBox box(shell_.DialogParent());
     box.setWindowTitle(QStringLiteral("Vornelt"));
-    box.setIcon(IconOf(spec.Icon));
+    box.setIcon(IconOf(request.Icon));
     box.setTextFormat(Qt::PlainText);
-    box.setText(MessageText(spec.Message));
-    box.setInformativeText(MessageText(spec.Explanation));
-    QPushButton* action = box.addButton(ToQ(spec.ActionCaption), QMessageBox::AcceptRole);
+    box.setText(MessageText(request.Message));
+    box.setInformativeText(MessageText(request.Explanation));
+    QPushButton* action = box.addButton(ToQ(request.ActionCaption), QMessageBox::AcceptRole);
     action->setObjectName("ActionButton");
     QPushButton* alternate = nullptr;
     QPushButton* cancel = nullptr;
-    if (spec.AlternateVisible) {
-        alternate = box.addButton(ToQ(spec.AlternateCaption), QMessageBox::DestructiveRole);
+    if (request.AlternateVisible) {
+        alternate = box.addButton(ToQ(request.AlternateCaption), QMessageBox::DestructiveRole);
         alternate->setObjectName("AlternateActionButton");
     }
-    if (spec.CancelVisible) {
-        cancel = box.addButton(ToQ(spec.CancelCaption), QMessageBox::RejectRole);
+    if (request.CancelVisible) {
+        cancel = box.addButton(ToQ(request.CancelCaption), QMessageBox::RejectRole);
         cancel->setObjectName("CancelButton");
         box.setEscapeButton(cancel);
     }

@@ -16,10 +16,10 @@ class QtPlatform : public Platform {
 public:
     explicit QtPlatform(AppShell& shell);
 
-    FolderItemRef ShowOpenDialog(const OpenDialogSpec& spec) override;
-    FolderItemRef ShowSaveDialog(const SaveDialogSpec& spec) override;
+    FolderItemRef ShowOpenDialog(const OpenDialogSpec& request) override;
+    FolderItemRef ShowSaveDialog(const SaveDialogSpec& request) override;
     void MsgBox(std::string_view text) override;
-    DialogButton ShowMessageDialog(const MessageDialogSpec& spec) override;
+    DialogButton ShowMessageDialog(const MessageDialogSpec& request) override;
     void Beep() override;
     int SetWindowModified(bool modified) override;
     void Yield() override;
