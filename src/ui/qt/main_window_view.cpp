@@ -156,16 +156,15 @@ void EntryFieldWidget::Mirror(const EntryField& f) {
     const QSignalBlocker block(this);
     setEnabled(f.Enabled);
     const QString wanted = ToQ(f.Text());
-    if (text() != wanted) {
-        // Through the field's editing, so that undo steps back over the fold as well.
-        selectAll();
-        insert(wanted);
-        if (text() != wanted) setText(wanted);  // longer than the field's limit
-        setCursorPosition(Utf16PositionOf(wanted, int(f.SelStart)));
-    }
-    // The limit stops typing; it never cuts what the field already holds.
+    // The limit stops typing; it never cuts what the field holds or is given.
     const int limit = f.LimitText > 0 ? std::max<int>(f.LimitText, int(wanted.size())) : 32767;
     if (maxLength() != limit) setMaxLength(limit);
+    if (text() != wanted) {
+        // Through the field's editing, so that undo steps back over the change as well.
+        selectAll();
+        insert(wanted);
+        setCursorPosition(Utf16PositionOf(wanted, int(f.SelStart)));
+    }
 }
 
 void EntryFieldWidget::focusOutEvent(QFocusEvent* e) {
