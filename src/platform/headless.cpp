@@ -36,20 +36,20 @@ private:
 
 }  // namespace
 
-FolderItemRef HeadlessPlatform::ShowOpenDialog(const OpenDialogSpec& spec) {
-    openDialogsShown.push_back(spec);
+FolderItemRef HeadlessPlatform::ShowOpenDialog(const OpenDialogSpec& dialog) {
+    openDialogsShown.push_back(dialog);
     return TakeAnswer<FolderItemRef>(openDialogAnswers, std::nullopt);
 }
 
-FolderItemRef HeadlessPlatform::ShowSaveDialog(const SaveDialogSpec& spec) {
-    saveDialogsShown.push_back(spec);
+FolderItemRef HeadlessPlatform::ShowSaveDialog(const SaveDialogSpec& dialog) {
+    saveDialogsShown.push_back(dialog);
     return TakeAnswer<FolderItemRef>(saveDialogAnswers, std::nullopt);
 }
 
 void HeadlessPlatform::MsgBox(std::string_view text) { messages.emplace_back(text); }
 
-DialogButton HeadlessPlatform::ShowMessageDialog(const MessageDialogSpec& spec) {
-    messageDialogsShown.push_back(spec);
+DialogButton HeadlessPlatform::ShowMessageDialog(const MessageDialogSpec& dialog) {
+    messageDialogsShown.push_back(dialog);
     return TakeAnswer(messageDialogAnswers, DialogButton::None);
 }
 

@@ -41,10 +41,10 @@ public:
     // Called on each Redraw, e.g. to read the progress values as they are shown.
     std::function<void(std::string_view control)> onRedraw;
 
-    FolderItemRef ShowOpenDialog(const OpenDialogSpec& spec) override;
-    FolderItemRef ShowSaveDialog(const SaveDialogSpec& spec) override;
+    FolderItemRef ShowOpenDialog(const OpenDialogSpec& dialog) override;
+    FolderItemRef ShowSaveDialog(const SaveDialogSpec& dialog) override;
     void MsgBox(std::string_view text) override;
-    DialogButton ShowMessageDialog(const MessageDialogSpec& spec) override;
+    DialogButton ShowMessageDialog(const MessageDialogSpec& dialog) override;
     void Beep() override { ++beeps; }
     int SetWindowModified(bool modified) override;
     void Yield() override { ++yields; }

@@ -68,10 +68,10 @@ public:
     virtual ~Platform() = default;
 
     // ---- dialogs; each blocks until answered ----
-    virtual FolderItemRef ShowOpenDialog(const OpenDialogSpec& spec) = 0;  // none: cancelled
-    virtual FolderItemRef ShowSaveDialog(const SaveDialogSpec& spec) = 0;  // none: cancelled
+    virtual FolderItemRef ShowOpenDialog(const OpenDialogSpec& dialog) = 0;  // none: cancelled
+    virtual FolderItemRef ShowSaveDialog(const SaveDialogSpec& dialog) = 0;  // none: cancelled
     virtual void MsgBox(std::string_view text) = 0;
-    virtual DialogButton ShowMessageDialog(const MessageDialogSpec& spec) = 0;
+    virtual DialogButton ShowMessageDialog(const MessageDialogSpec& dialog) = 0;
     virtual void Beep() = 0;
 
     // ---- the main window and the event loop ----
