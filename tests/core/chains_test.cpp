@@ -6,16 +6,14 @@
 #include <random>
 
 #include "document/text.hpp"
+#include "fixtures.hpp"
 #include "passes/clip_chains.hpp"
-#include "table_builder.hpp"
 #include "writer/writer.hpp"
 
-namespace vornelt {
+namespace vornelt::testing {
 namespace {
 
 using passes_detail::NumberClipChains;
-using testing::Comment;
-using testing::Event;
 
 struct Rows {
     std::vector<int32_t> event, in, out;
@@ -118,28 +116,20 @@ TEST(ClipChains, AgreesOnLongListsOfEveryShape) {
     for (const Rows* r : {&same, &chain, &reversed, &apart}) EXPECT_EQ(FastChains(*r), ScanChains(*r));
 }
 
-class ReelNames : public testing::PassFixture {};
+class ReelNames : public Fixture {};
 
 TEST_F(ReelNames, EveryEventRowOfAChainGetsItsName) {
-    Load({Comment("TITLE: A"), Comment("FCM: NON-DROP FRAME"), Event(1, "C", 100, 200), Event(2, "C", 200, 300),
-          Event(3, "C", 50, 80), Event(4, "C", 100, 150), Comment("* X"), Event(0, "C", 80, 90)});
+    Load({Note("TITLE: A"), Note("FCM: NON-DROP FRAME"), Event(1, "C", 100, 200), Event(2, "C", 200, 300),
+          Event(3, "C", 50, 80), Event(4, "C", 100, 150), Note("* X"), Event(0, "C", 80, 90)});
     CleanEDL_4();
-    const Document& m = Module1;
-    const std::string none;
-    const std::string expected[] = {none,
-                                    none,
-                                    FormatReelNames("RL0003"),
-                                    FormatReelNames("RL0003"),
-                                    FormatReelNames("RL0001"),
-                                    FormatReelNames("RL0002"),
-                                    none,
-                                    none};
-    ASSERT_EQ(m.cleanClipReelName.size(), std::size(expected));
-    for (size_t i = 0; i < std::size(expected); ++i) EXPECT_EQ(m.cleanClipReelName(i), expected[i]) << i;
+    const char* expected[] = {"", "", "RL0003", "RL0003", "RL0001", "RL0002", "", ""};
+    ASSERT_EQ(Module1.cleanClipReelName.size(), std::size(expected));
+    for (size_t i = 0; i < std::size(expected); ++i)
+        EXPECT_EQ(Module1.cleanClipReelName(i), *expected[i] ? FormatReelNames(expected[i]) : "") << i;
 }
 
 TEST_F(ReelNames, CountsPastFourDigits) {
-    for (int32_t i = 0; i < 10001; ++i) testing::PushRow(Event(i + 1, "C", i * 10, i * 10 + 5));
+    for (int32_t i = 0; i < 10001; ++i) PushRead(Event(i + 1, "C", i * 10, i * 10 + 5));
     CopyArrays();
     CleanEDL_4();
     EXPECT_EQ(Module1.cleanClipReelName(0), FormatReelNames("RL0001"));
@@ -147,4 +137,4 @@ TEST_F(ReelNames, CountsPastFourDigits) {
 }
 
 }  // namespace
-}  // namespace vornelt
+}  // namespace vornelt::testing

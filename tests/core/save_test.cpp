@@ -1,15 +1,12 @@
-// Saving: the bytes of the file, the two roads, and the state after each failure.
+// Saving: whole lists from a file to a saved file, the bytes, the two roads, and the state
+// after each failure.
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 
-#include "document/module1.hpp"
-#include "document/window_state.hpp"
-#include "platform/headless.hpp"
+#include "fixtures.hpp"
 #include "writer/writer.hpp"
 
 namespace vornelt::testing {
@@ -19,12 +16,10 @@ namespace fs = std::filesystem;
 
 const std::vector<std::string> kSaveError = {"Unknown Error while saving the File.\r\rPlease try again."};
 
-class SaveTest : public ::testing::Test {
+class SaveTest : public Fixture {
 protected:
     void SetUp() override {
-        ResetProgramState();
-        dir_ = fs::temp_directory_path() / ("vornelt-save-" + std::to_string(::getpid()));
-        fs::create_directories(dir_);
+        Fixture::SetUp();
         Module1.edlFormat = "CMX";
         Module1.myAbsDateiName = "reel1.v2.edl";
         Module1.myAbsDateiFolderItem = FolderItem(dir_.string());
@@ -32,27 +27,48 @@ protected:
         Module1.finalCMXString = std::make_shared<const std::string>("TITLE: CAFÉ\rFCM: NON-DROP FRAME\n\r\n001\r");
         Module1.isModified = true;
     }
-    void TearDown() override {
-        fs::remove_all(dir_);
-        ResetProgramState();
-    }
-
-    FolderItem File(const std::string& name) const { return FolderItem((dir_ / name).string()); }
-    static std::string Read(const FolderItem& file) {
-        std::ifstream in(file.AbsolutePath(), std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    }
     // Saves through the dialog into the test's folder.
     void SaveAs(const std::string& name) {
         platform.saveDialogAnswers.push_back(File(name));
         SaveAsDialog();
     }
+    std::string Saved(const std::string& name) const { return ReadBytes(File(name).AbsolutePath()); }
 
     const std::string kBytes = "TITLE: CAF\x83\r\nFCM: NON-DROP FRAME\r\n\r\n001\r\n";
-    HeadlessPlatform platform;
-    ScopedPlatform scope{platform};
-    fs::path dir_;
 };
+
+TEST_F(SaveTest, WholeListsFromFileToFileByteForByte) {
+    using W = MainWindowState;
+    CheckBox W::*const boxes[] = {&W::Chb_Mirror,          &W::Chb_V2,           &W::Chb_A1234,
+                                  &W::Chb_RemoveFreezeFrame, &W::Chb_RemoveSpeedChanges, &W::Chb_TransToDissolve,
+                                  &W::Chb_KeyToDissolve,   &W::Chb_ComntGenerateNew};
+    const struct {
+        const char *input, *expected;
+        double rate;
+        bool options[std::size(boxes)];  // in the order of the boxes above
+        int wipeNames;                   // 0 Final Cut Pro, 1 SMPTE
+    } cases[] = {
+        // The window's first settings: a mirror list with comments, wipes as dissolves,
+        // motion lines removed, black kept as black.
+        {"writer_demo_cmx.edl", "writer_demo_cmx.mirror.expected.edl", 25.0, {1, 1, 1, 1, 1, 1, 0, 1}, 1},
+        // No mirror, wipes kept with their Final Cut Pro names, motion lines kept, audio off.
+        {"writer_demo_cmx.edl", "writer_demo_cmx.plain.expected.edl", 25.0, {0, 1, 0, 0, 0, 0, 0, 1}, 0},
+        {"writer_demo_gvg.edl", "writer_demo_gvg.mirror.expected.edl", 25.0, {1, 1, 1, 1, 1, 1, 0, 1}, 1},
+        // Keys as dissolves without comments: stars on the background row.
+        {"writer_demo_gvg.edl", "writer_demo_gvg.plain.expected.edl", 30.0, {0, 1, 1, 1, 1, 1, 1, 0}, 1},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.expected);
+        TearDown();
+        Fixture::SetUp();
+        for (size_t i = 0; i < std::size(boxes); ++i) (MainWindow().*boxes[i]).Value = c.options[i];
+        MainWindow().PopupTransition.ListIndex = c.wipeNames;
+        Load(TestData(c.input), c.rate, c.input);
+        SaveAs("saved.edl");
+        ASSERT_TRUE(platform.messages.empty()) << platform.messages.front();
+        EXPECT_EQ(Saved("saved.edl"), TestData(c.expected));
+    }
+}
 
 TEST_F(SaveTest, SaveAsThenSaveAgain) {
     SaveAs("out.edl");
@@ -62,7 +78,7 @@ TEST_F(SaveTest, SaveAsThenSaveAgain) {
     EXPECT_EQ(dialog.PromptText, "Save new EDL as...");
     EXPECT_EQ(dialog.SuggestedFileName, "reel1 VORNELT.edl");
     EXPECT_EQ(dialog.InitialDirectory, Module1.myAbsDateiFolderItem);
-    EXPECT_EQ(Read(File("out.edl")), kBytes);
+    EXPECT_EQ(Saved("out.edl"), kBytes);
     EXPECT_FALSE(Module1.isModified);
     EXPECT_EQ(platform.windowModifiedMarks, std::vector<bool>{false});
     EXPECT_EQ(MainWindow().Title, "out.edl");
@@ -73,7 +89,7 @@ TEST_F(SaveTest, SaveAsThenSaveAgain) {
     Module1.isModified = true;
     SaveOhneDialog();
     EXPECT_EQ(platform.saveDialogsShown.size(), 1u);
-    EXPECT_EQ(Read(File("out.edl")), kBytes);
+    EXPECT_EQ(Saved("out.edl"), kBytes);
     EXPECT_FALSE(Module1.isModified);
     EXPECT_TRUE(platform.messages.empty());
 }
@@ -90,9 +106,10 @@ TEST_F(SaveTest, FailuresKeepTheStateAndTheEarlierFile) {
     for (bool secondRoad : {false, true}) {
         for (bool halfWay : {false, true}) {
             SCOPED_TRACE(std::to_string(secondRoad) + std::to_string(halfWay));
+            TearDown();
             SetUp();
             SaveAs("keep.edl");
-            const std::string earlier = Read(File("keep.edl"));
+            const std::string earlier = Saved("keep.edl");
             Module1.finalCMXString = std::make_shared<const std::string>(std::string(4096, 'X') + "\r");
             Module1.isModified = true;
             platform.messages.clear();
@@ -102,7 +119,7 @@ TEST_F(SaveTest, FailuresKeepTheStateAndTheEarlierFile) {
             EXPECT_EQ(platform.messages, kSaveError);
             EXPECT_TRUE(Module1.isModified);
             EXPECT_EQ(MainWindow().Cursor, MouseCursor::Wait);
-            EXPECT_EQ(Read(File("keep.edl")), earlier);
+            EXPECT_EQ(Saved("keep.edl"), earlier);
             EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator()), 1);
             platform.failCreateTextFile = false;
             platform.failWriteAfterBytes.reset();
@@ -128,11 +145,10 @@ TEST_F(SaveTest, SecondRoadWithoutAFile) {
 }
 
 TEST(SuggestedSaveName, UpToTheFirstPoint) {
-    EXPECT_EQ(SuggestedSaveName("reel1.edl"), "reel1 VORNELT.edl");
-    EXPECT_EQ(SuggestedSaveName("reel1.v2.edl"), "reel1 VORNELT.edl");
-    EXPECT_EQ(SuggestedSaveName("reel1"), "reel1 VORNELT.edl");
-    EXPECT_EQ(SuggestedSaveName(".hidden.edl"), " VORNELT.edl");
-    EXPECT_EQ(SuggestedSaveName("Schnitt Ä.edl"), "Schnitt Ä VORNELT.edl");
+    for (auto [name, suggested] : {std::pair{"reel1.edl", "reel1 VORNELT.edl"}, {"reel1.v2.edl", "reel1 VORNELT.edl"},
+                                   {"reel1", "reel1 VORNELT.edl"}, {".hidden.edl", " VORNELT.edl"},
+                                   {"Schnitt Ä.edl", "Schnitt Ä VORNELT.edl"}})
+        EXPECT_EQ(SuggestedSaveName(name), suggested);
 }
 
 }  // namespace

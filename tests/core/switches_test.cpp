@@ -2,18 +2,15 @@
 // read.
 #include <gtest/gtest.h>
 
-#include "table_builder.hpp"
+#include "fixtures.hpp"
 
-namespace vornelt {
+namespace vornelt::testing {
 namespace {
 
-using testing::Event;
-using testing::ReadRow;
-
-class Switches : public testing::PassFixture {
+class Switches : public Fixture {
 protected:
     void LoadTransitions(std::initializer_list<const char*> transitions) {
-        for (const char* t : transitions) testing::PushRow(Event(1, t, 0, 10));
+        for (const char* t : transitions) PushRead(Event(1, t, 0, 10));
         CopyArrays();
     }
 };
@@ -37,10 +34,9 @@ TEST_F(Switches, AudioTracks) {
         SCOPED_TRACE(c.mode);
         for (const bool audio : {true, false}) {
             ResetProgramState();
-            ReadRow r = Event(1, "C", 0, 10);
+            Row r = Event(1, "C", 0, 10);
             r.mode = c.mode;
-            testing::PushRow(r);
-            CopyArrays();
+            Load({r});
             // What a row left alone keeps, to tell it from a row that is written.
             Module1.copyMode.set(0, "kept");
             Module1.displayThisAudioEventLine[0] = true;
@@ -117,16 +113,14 @@ TEST_F(Switches, KeysByCallerAndFlags) {
     }
 }
 
-TEST_F(Switches, AKeyWipeIsADissolveAtLoad) {
+TEST_F(Switches, AKeyWipeIsADissolveAtLoadAndShortTablesPassWithoutHarm) {
     LoadTransitions({"KW"});
-    Module1.boolV2 = true;
-    Module1.boolTransToDissolve = true;
+    Module1.boolV2 = Module1.boolTransToDissolve = true;
     PrepareToDisplay();
     EXPECT_EQ(Module1.copyTrans(0), "D");
-}
 
-TEST_F(Switches, TablesShorterThanTheListPassWithoutHarm) {
-    testing::PushRow(Event(1, "K", 0, 10));
+    ResetProgramState();
+    PushRead(Event(1, "K", 0, 10));
     Module1.maxZeilen = 5;  // no working copy at all
     PrepareToDisplay();
     CopyArrays();
@@ -139,4 +133,4 @@ TEST_F(Switches, TablesShorterThanTheListPassWithoutHarm) {
 }
 
 }  // namespace
-}  // namespace vornelt
+}  // namespace vornelt::testing
