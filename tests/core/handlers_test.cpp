@@ -49,6 +49,12 @@ void CloseSmallWindows() {
     CloseAboutWindow2();
 }
 
+// What a dialog shows, in one line: icon, message, explanation, and the visible buttons.
+std::string Shown(const MessageDialogSpec& d) {
+    return std::to_string(d.Icon) + "|" + d.Message + "|" + d.Explanation + "|" + d.ActionCaption + "|" +
+           (d.AlternateVisible ? d.AlternateCaption : "-") + "|" + (d.CancelVisible ? d.CancelCaption : "-");
+}
+
 class HandlersTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -232,39 +238,31 @@ TEST_F(HandlersTest, ReturnAndEnterInTheFields) {
 TEST_F(HandlersTest, MovieFieldTakesItsNameOverOnReturnOrLeaving) {
     Document& m = Module1;
     MainWindowState& w = MainWindow();
-    auto chooseMovie = [&] {
+    Calls().NewEDL_02 = [] { g_calls.push_back("NewEDL_02"); };  // keeps the mark the field's change gives
+    struct Case {
+        const char* name;
+        void (*act)();
+        bool takesName;
+    } const cases[] = {
+        {"other key", [] { EXPECT_FALSE(EF_RenderedMovie_KeyDown("x", keycode::kNone)); }, false},
+        {"Return", [] { EXPECT_FALSE(EF_RenderedMovie_KeyDown("\r", keycode::kReturn)); }, true},
+        {"Enter", [] { EXPECT_FALSE(EF_RenderedMovie_KeyDown("\r", keycode::kEnter)); }, true},
+        // Leaving forgets the path even when the text was not touched.
+        {"leaving", EF_RenderedMovie_LostFocus, true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        w.EF_RenderedMovie.SetText("clip.mov");
         m.myAbsMovieName = "clip.mov";
         m.myAbsMoviePfad = "/films/clip.mov";
         m.myAbsMovieFolderItem = FolderItem("/films");
-    };
-
-    chooseMovie();
-    EXPECT_FALSE(EF_RenderedMovie_KeyDown("x", keycode::kNone));
-    EXPECT_EQ(m.myAbsMovieName, "clip.mov");
-    EXPECT_TRUE(g_calls.empty());
-
-    for (int code : {keycode::kReturn, keycode::kEnter}) {
-        chooseMovie();
         g_calls.clear();
-        EXPECT_FALSE(EF_RenderedMovie_KeyDown("\r", code));
-        EXPECT_EQ(m.myAbsMovieName, w.EF_RenderedMovie.Text());
-        EXPECT_EQ(m.myAbsMoviePfad, "");
-        EXPECT_FALSE(m.myAbsMovieFolderItem);
-        EXPECT_EQ(g_calls, Log{"NewEDL_02"});
+        c.act();
+        EXPECT_EQ(m.myAbsMovieName, c.takesName ? "CLIP.MOV" : "clip.mov");  // the field's capitals
+        EXPECT_EQ(m.myAbsMoviePfad, c.takesName ? "" : "/films/clip.mov");
+        EXPECT_EQ(m.myAbsMovieFolderItem.has_value(), !c.takesName);
+        EXPECT_EQ(g_calls, c.takesName ? Log{"NewEDL_02"} : Log{});
     }
-
-    // Leaving the field forgets the path even when the text was not touched, and the name
-    // takes the field's capitals.
-    chooseMovie();
-    g_calls.clear();
-    Calls().NewEDL_02 = [] { g_calls.push_back("NewEDL_02"); };
-    w.EF_RenderedMovie.SetText("clip.mov");  // the change handling runs the real writer
-    EF_RenderedMovie_LostFocus();
-    EXPECT_EQ(m.myAbsMovieName, "CLIP.MOV");
-    EXPECT_EQ(m.myAbsMoviePfad, "");
-    EXPECT_FALSE(m.myAbsMovieFolderItem);
-    EXPECT_EQ(g_calls, Log{"NewEDL_02"});
-
     g_calls.clear();
     EF_SeqTitle_LostFocus();
     EXPECT_EQ(g_calls, Log{"NewEDL_02"});
@@ -298,21 +296,11 @@ TEST_F(HandlersTest, ReservedReelNamesAreQuestioned) {
         EXPECT_EQ(platform.messageDialogsShown.size(), c.answer ? 1u : 0u);
         EXPECT_EQ(g_calls, c.calls);
     }
-}
-
-TEST_F(HandlersTest, ReelNameDialogTexts) {
     platform.messageDialogAnswers.push_back(DialogButton::Action);
     CheckLegalReelName("  BL  ");
-    ASSERT_EQ(platform.messageDialogsShown.size(), 1u);
-    const MessageDialogSpec& d = platform.messageDialogsShown[0];
-    EXPECT_EQ(d.Icon, 1);
-    EXPECT_EQ(d.ActionCaption, "Use BL");
-    EXPECT_TRUE(d.AlternateVisible);
-    EXPECT_EQ(d.AlternateCaption, "Choose an other Reel-Name");
-    EXPECT_FALSE(d.CancelVisible);
-    EXPECT_EQ(d.Message, "Name Conflict! Choose an other Reel-Name.");
-    EXPECT_EQ(d.Explanation,
-              "BL is a reserved Reel-Name!\r\rOther reserved Reel-Names are: 'AX', 'BL', 'AUX' and 'BLACK'");
+    EXPECT_EQ(Shown(platform.messageDialogsShown.back()),
+              "1|Name Conflict! Choose an other Reel-Name.|BL is a reserved Reel-Name!\r\rOther reserved Reel-Names "
+              "are: 'AX', 'BL', 'AUX' and 'BLACK'|Use BL|Choose an other Reel-Name|-");
 }
 
 TEST_F(HandlersTest, LeavingTheReelNameField) {
@@ -364,34 +352,32 @@ TEST_F(HandlersTest, SelectMovie) {
 
 // ---- opening and closing ----
 
-enum class Entry { Button, Menu, Drop, Document };
+enum class Entry { Button, Menu, Drop, Document, Close, Quit };
 
-struct OpeningCase {
-    const char* name;
-    bool modified;
-    std::string savedName;
-    std::optional<DialogButton> answer;  // none: the question is not asked
-    bool saveSucceeds;
-    Log calls;
-    bool frameRateWindow;
-};
-
-TEST_F(HandlersTest, EveryEntryAsksAboutUnsavedChangesFirst) {
-    const std::vector<OpeningCase> cases = {
-        {"unchanged", false, "", std::nullopt, true, {}, true},
-        {"Save, never saved", true, "", DialogButton::Action, true, {"SaveAsDialog"}, true},
-        {"Save, saved before", true, "a.edl", DialogButton::Action, true, {"SaveOhneDialog"}, true},
-        {"Save, dialog cancelled", true, "", DialogButton::Action, false, {"SaveAsDialog"}, false},
-        {"Save, file not written", true, "a.edl", DialogButton::Action, false, {"SaveOhneDialog"}, false},
-        {"Don't Save", true, "a.edl", DialogButton::Alternate, true, {}, true},
-        {"Cancel", true, "", DialogButton::Cancel, true, {}, false},
-        {"closed", true, "", DialogButton::None, true, {}, false},
+TEST_F(HandlersTest, EveryOpeningAndClosingAsksAboutUnsavedChangesFirst) {
+    const struct {
+        const char* name;
+        bool modified;
+        std::string savedName;
+        std::optional<DialogButton> answer;  // none: the question is not asked
+        bool saveSucceeds;
+        Log openCalls, closeCalls;  // closing always asks for the file, even with a known one
+        bool goesOn;
+    } cases[] = {
+        {"unchanged", false, "a.edl", std::nullopt, true, {}, {}, true},
+        {"Save, never saved", true, "", DialogButton::Action, true, {"SaveAsDialog"}, {"SaveAsDialog"}, true},
+        {"Save, saved before", true, "a.edl", DialogButton::Action, true, {"SaveOhneDialog"}, {"SaveAsDialog"}, true},
+        {"Save, dialog cancelled", true, "", DialogButton::Action, false, {"SaveAsDialog"}, {"SaveAsDialog"}, false},
+        {"Save, not written", true, "a.edl", DialogButton::Action, false, {"SaveOhneDialog"}, {"SaveAsDialog"}, false},
+        {"Don't Save", true, "a.edl", DialogButton::Alternate, true, {}, {}, true},
+        {"Cancel", true, "", DialogButton::Cancel, true, {}, {}, false},
+        {"closed", true, "", DialogButton::None, true, {}, {}, false},
     };
-    const std::vector<std::pair<Entry, const char*>> entries = {
-        {Entry::Button, "button"}, {Entry::Menu, "menu"}, {Entry::Drop, "drop"}, {Entry::Document, "document"}};
-    for (const auto& [entry, entryName] : entries) {
-        for (const OpeningCase& c : cases) {
-            SCOPED_TRACE(std::string(entryName) + ": " + c.name);
+    MainWindow().Title = "Reel 3.edl";
+    const char* entryNames[] = {"button", "menu", "drop", "document", "close", "quit"};
+    for (Entry entry : {Entry::Button, Entry::Menu, Entry::Drop, Entry::Document, Entry::Close, Entry::Quit}) {
+        for (const auto& c : cases) {
+            SCOPED_TRACE(std::string(entryNames[int(entry)]) + ": " + c.name);
             CloseSmallWindows();
             g_calls.clear();
             platform.messageDialogsShown.clear();
@@ -400,72 +386,25 @@ TEST_F(HandlersTest, EveryEntryAsksAboutUnsavedChangesFirst) {
             g_saveSucceeds = c.saveSucceeds;
             if (c.answer) platform.messageDialogAnswers.push_back(*c.answer);
             const FolderItem file("/lists/cut.edl");
+            const bool closing = entry == Entry::Close || entry == Entry::Quit;
             switch (entry) {
                 case Entry::Button: BtnOpenEDL_Action(); break;
                 case Entry::Menu: EXPECT_FALSE(App_FileOpen_Action()); break;
                 case Entry::Drop: EditField1_DropObject(file); break;
                 case Entry::Document: App_Event_OpenDocument(file); break;
+                case Entry::Close:
+                case Entry::Quit: EXPECT_EQ(MainWindow_Event_CancelClose(entry == Entry::Quit), !c.goesOn); break;
             }
-            EXPECT_EQ(platform.messageDialogsShown.size(), c.answer ? 1u : 0u);
-            EXPECT_EQ(g_calls, c.calls);
+            ASSERT_EQ(platform.messageDialogsShown.size(), c.answer ? 1u : 0u);
+            if (c.answer)
+                EXPECT_EQ(Shown(platform.messageDialogsShown[0]),
+                          "1|Do you want to save the changes to \"Reel 3.edl\"?|If you don't save, your changes will "
+                          "be lost.|Save|Don't Save|Cancel");
+            EXPECT_EQ(g_calls, closing ? c.closeCalls : c.openCalls);
             const bool droped = entry == Entry::Drop || entry == Entry::Document;
-            EXPECT_EQ(FrameRateWindowExists(), c.frameRateWindow && !droped);
-            EXPECT_EQ(FrameRateWindowIfDropedExists(), c.frameRateWindow && droped);
+            EXPECT_EQ(FrameRateWindowExists(), c.goesOn && !droped && !closing);
+            EXPECT_EQ(FrameRateWindowIfDropedExists(), c.goesOn && droped);
             EXPECT_TRUE(platform.messages.empty());
-        }
-    }
-}
-
-TEST_F(HandlersTest, TheQuestionNamesTheWindowTitle) {
-    MainWindow().Title = "Reel 3.edl";
-    Module1.isModified = true;
-    platform.messageDialogAnswers.push_back(DialogButton::Cancel);
-    BtnOpenEDL_Action();
-    ASSERT_EQ(platform.messageDialogsShown.size(), 1u);
-    const MessageDialogSpec& d = platform.messageDialogsShown[0];
-    EXPECT_EQ(d.Icon, 1);
-    EXPECT_EQ(d.Message, "Do you want to save the changes to \"Reel 3.edl\"?");
-    EXPECT_EQ(d.Explanation, "If you don't save, your changes will be lost.");
-    EXPECT_EQ(d.ActionCaption, "Save");
-    EXPECT_TRUE(d.AlternateVisible);
-    EXPECT_EQ(d.AlternateCaption, "Don't Save");
-    EXPECT_TRUE(d.CancelVisible);
-    EXPECT_EQ(d.CancelCaption, "Cancel");
-}
-
-TEST_F(HandlersTest, ClosingWithUnsavedChanges) {
-    struct Case {
-        const char* name;
-        bool modified;
-        std::string savedName;
-        std::optional<DialogButton> answer;
-        bool saveSucceeds;
-        Log calls;
-        bool stopped;
-    };
-    const std::vector<Case> cases = {
-        {"unchanged", false, "a.edl", std::nullopt, true, {}, false},
-        {"Save, never saved", true, "", DialogButton::Action, true, {"SaveAsDialog"}, false},
-        // Closing always asks for the file, even with a known one.
-        {"Save, saved before", true, "a.edl", DialogButton::Action, true, {"SaveAsDialog"}, false},
-        {"Save, dialog cancelled", true, "a.edl", DialogButton::Action, false, {"SaveAsDialog"}, true},
-        {"Don't Save", true, "", DialogButton::Alternate, true, {}, false},
-        {"Cancel", true, "", DialogButton::Cancel, true, {}, true},
-        {"closed", true, "", DialogButton::None, true, {}, true},
-    };
-    for (const Case& c : cases) {
-        for (bool quitting : {false, true}) {
-            SCOPED_TRACE(std::string(c.name) + (quitting ? ", quitting" : ", closing"));
-            g_calls.clear();
-            platform.messageDialogsShown.clear();
-            Module1.isModified = c.modified;
-            Module1.mySavedAbsDateiName = c.savedName;
-            g_saveSucceeds = c.saveSucceeds;
-            if (c.answer) platform.messageDialogAnswers.push_back(*c.answer);
-            EXPECT_EQ(MainWindow_Event_CancelClose(quitting), c.stopped);
-            EXPECT_EQ(platform.messageDialogsShown.size(), c.answer ? 1u : 0u);
-            EXPECT_EQ(g_calls, c.calls);
-            EXPECT_FALSE(FrameRateWindowExists() || FrameRateWindowIfDropedExists());
         }
     }
 }
@@ -547,11 +486,6 @@ TEST_F(HandlersTest, FrameRateWindowsOpenOnPalAndTakeTheRows) {
         EXPECT_EQ(win.accessor().PopupMenu1.ListIndex, 1);
         EXPECT_EQ(Module1.frameRateTmp, 25.0);
     }
-}
-
-TEST_F(HandlersTest, VersionText) {
-    EXPECT_EQ(VersionText(1, 2), "Verion 1.2");
-    EXPECT_EQ(VersionText(10, 0), "Verion 10.0");
 }
 
 TEST_F(HandlersTest, FileTypes) {
