@@ -32,92 +32,56 @@ TEST(Text, IsNumericWantsTheWholeTrimmedText) {
 }
 
 TEST(Text, ToInt32TruncatesAndWraps) {
-    EXPECT_EQ(ToInt32(12.9), 12);
-    EXPECT_EQ(ToInt32(-12.9), -12);
-    EXPECT_EQ(ToInt32(2147483648.0), INT32_MIN);
-    EXPECT_EQ(ToInt32(4294967297.0), 1);
-    EXPECT_EQ(ToInt32(-2147483649.0), INT32_MAX);
-    EXPECT_EQ(ToInt32(NAN), 0);
-    EXPECT_EQ(ToInt32(INFINITY), 0);
-    EXPECT_EQ(ToInt32(1e300), 0);  // a multiple of 2^32 far out
+    const std::pair<double, int32_t> cases[] = {{12.9, 12},          {-12.9, -12},         {2147483648.0, INT32_MIN},
+                                                {4294967297.0, 1},   {-2147483649.0, INT32_MAX}, {NAN, 0},
+                                                {INFINITY, 0},       {1e300, 0}};  // a multiple of 2^32 far out
+    for (auto [value, expected] : cases) EXPECT_EQ(ToInt32(value), expected) << value;
 }
 
-TEST(Text, CutsCountCharactersAndClampToTheText) {
-    EXPECT_EQ(Mid("abcdef", 3, 2), "cd");
-    EXPECT_EQ(Mid("abcdef", 3), "cdef");
-    EXPECT_EQ(Mid("abcdef", 5, 100), "ef");
-    EXPECT_EQ(Mid("abcdef", 0, 3), "abc");   // a start below 1 counts as 1
-    EXPECT_EQ(Mid("abcdef", -3, 6), "abcdef");
-    EXPECT_EQ(Mid("abcdef", 9, 2), "");
-    EXPECT_EQ(Mid("abc", 2, -1), "");
-    EXPECT_EQ(Left("abc", 10), "abc");
-    EXPECT_EQ(Left("abc", -1), "");
-    EXPECT_EQ(Right("abcdef", 11), "abcdef");
-    EXPECT_EQ(Right("abcdef", 2), "ef");
-    // "é" is two bytes but one character.
-    EXPECT_EQ(Len("caf\xC3\xA9"), 4);
-    EXPECT_EQ(Mid("caf\xC3\xA9!", 4, 1), "\xC3\xA9");
-    EXPECT_EQ(Right("x\xC3\xA9y", 2), "\xC3\xA9y");
-    EXPECT_EQ(Left("\xE2\x82\xAC" "12", 2), "\xE2\x82\xAC" "1");
-}
+// Each text operation with its arguments, against the text it gives; "é" and "€" are one
+// character of two and three bytes.
+struct Gives {
+    Gives(std::string_view g, std::string_view w) : got(g), want(w) {}
+    std::string got, want;
+};
 
-TEST(Text, TrimTouchesBlanksOnly) {
-    EXPECT_EQ(Trim("  a b  "), "a b");
-    EXPECT_EQ(RTrim("  a  "), "  a");
-    EXPECT_EQ(Trim("\xC2\xA0" "a"), "\xC2\xA0" "a");  // a no-break space is a character
-    EXPECT_EQ(Trim("\ta"), "\ta");
-    EXPECT_EQ(Trim("    "), "");
-}
-
-TEST(Text, SearchesIgnoreCase) {
-    EXPECT_EQ(InStr("TITLE: x", "title:"), 1);
-    EXPECT_EQ(InStr(9, "01:00:00:00", ":"), 9);
-    EXPECT_EQ(InStr(10, "01:00:00:00", ":"), 0);
-    EXPECT_EQ(InStr(1, "abc", ""), 0);
-    EXPECT_EQ(InStr(5, "abc", "c"), 0);
-    EXPECT_EQ(InStr("\xC3\xA9t\xC3\xA9 K", "k"), 5);  // positions in characters
-    EXPECT_EQ(InStr("STRASSE", "\xC3\x9F"), 0);        // folding is one character to one
-    EXPECT_EQ(InStr("\xC3\x84pfel", "\xC3\xA4"), 1);   // "Ä" finds "ä"
-    EXPECT_EQ(InStr("x\xE2\x84\xAA", "k"), 2);         // the Kelvin sign folds to "k"
+TEST(Text, CutsSearchesAndFormats) {
+    const Gives cases[] = {
+        {Mid("abcdef", 3, 2), "cd"},      {Mid("abcdef", 3), "cdef"},     {Mid("abcdef", 5, 100), "ef"},
+        {Mid("abcdef", 0, 3), "abc"},     {Mid("abcdef", -3, 6), "abcdef"}, {Mid("abcdef", 9, 2), ""},
+        {Mid("abc", 2, -1), ""},          {Left("abc", 10), "abc"},       {Left("abc", -1), ""},
+        {Right("abcdef", 11), "abcdef"},  {Right("abcdef", 2), "ef"},     {Str(Len("caf\xC3\xA9")), "4"},
+        {Mid("caf\xC3\xA9!", 4, 1), "\xC3\xA9"}, {Right("x\xC3\xA9y", 2), "\xC3\xA9y"},
+        {Left("\xE2\x82\xAC" "12", 2), "\xE2\x82\xAC" "1"},
+        // Trimming touches blanks only: a no-break space and a tab are characters.
+        {Trim("  a b  "), "a b"},         {RTrim("  a  "), "  a"},        {Trim("\xC2\xA0" "a"), "\xC2\xA0" "a"},
+        {Trim("\ta"), "\ta"},            {Trim("    "), ""},
+        // Searches ignore case, one character folding to one, positions in characters.
+        {Str(InStr("TITLE: x", "title:")), "1"},  {Str(InStr(9, "01:00:00:00", ":")), "9"},
+        {Str(InStr(10, "01:00:00:00", ":")), "0"}, {Str(InStr(1, "abc", "")), "0"},
+        {Str(InStr(5, "abc", "c")), "0"},          {Str(InStr("\xC3\xA9t\xC3\xA9 K", "k")), "5"},
+        {Str(InStr("STRASSE", "\xC3\x9F")), "0"}, {Str(InStr("\xC3\x84pfel", "\xC3\xA4")), "1"},
+        {Str(InStr("x\xE2\x84\xAA", "k")), "2"},  // the Kelvin sign folds to "k"
+        {ReplaceAll("Non-Drop_frame", "-", ""), "NonDrop_frame"}, {ReplaceAll("aAaA", "a", "b"), "bbbb"},
+        {ReplaceAll("\xC3\xA9X\xC3\x89", "\xC3\xA9", "e"), "eXe"},  {ReplaceAll("abc", "", "x"), "abc"},
+        // Capitals by the full mapping.
+        {Uppercase("final cut.mov"), "FINAL CUT.MOV"}, {Uppercase("stra\xC3\x9F" "e"), "STRASSE"},
+        {Uppercase("\xEF\xAC\x81"), "FI"},  // the "fi" ligature
+        {Uppercase("\xC3\xA9t\xC3\xA9"), "\xC3\x89T\xC3\x89"}, {Uppercase("123 -_"), "123 -_"},
+        // Zero fill and signs.
+        {Format(1, "000"), "001"},        {Format(1000, "000"), "1000"},  {Format(-5, "000"), "-005"},
+        {Format(42, "0000"), "0042"},     {Format(10000, "0000"), "10000"}, {Format(INT32_MIN, "000"), "-2147483648"},
+        {Format(-12, "-#"), "-12"},       {Format(12, "-#"), "12"},       {Str(25.0), "25"},
+        {Str(-3), "-3"},                  {Str(0.5), "0.5"},
+    };
+    for (size_t i = 0; i < std::size(cases); ++i) EXPECT_EQ(cases[i].got, cases[i].want) << "case " << i;
     EXPECT_TRUE(EqualsCI("w001", "W001"));
     EXPECT_FALSE(EqualsCI("W0010", "W001"));
     EXPECT_TRUE(EqualsCI("\xC3\x89T\xC3\x89", "\xC3\xA9t\xC3\xA9"));
     EXPECT_TRUE(StartsWithCI("m2 AX", "M2"));
-    EXPECT_FALSE(StartsWithCI(" M2", "M2"));
-    EXPECT_FALSE(StartsWithCI("M", "M2"));
-    EXPECT_EQ(ReplaceAll("Non-Drop_frame", "-", ""), "NonDrop_frame");
-    EXPECT_EQ(ReplaceAll("aAaA", "a", "b"), "bbbb");
-    EXPECT_EQ(ReplaceAll("\xC3\xA9X\xC3\x89", "\xC3\xA9", "e"), "eXe");
-    EXPECT_EQ(ReplaceAll("abc", "", "x"), "abc");
-}
-
-TEST(Text, UppercaseUsesTheFullMapping) {
-    EXPECT_EQ(Uppercase("final cut.mov"), "FINAL CUT.MOV");
-    EXPECT_EQ(Uppercase("stra\xC3\x9F" "e"), "STRASSE");
-    EXPECT_EQ(Uppercase("\xEF\xAC\x81"), "FI");  // the "fi" ligature
-    EXPECT_EQ(Uppercase("\xC3\xA9t\xC3\xA9"), "\xC3\x89T\xC3\x89");
-    EXPECT_EQ(Uppercase("123 -_"), "123 -_");
-}
-
-TEST(Text, FormatZeroFillsAndSigns) {
-    EXPECT_EQ(Format(1, "000"), "001");
-    EXPECT_EQ(Format(1000, "000"), "1000");
-    EXPECT_EQ(Format(-5, "000"), "-005");
-    EXPECT_EQ(Format(42, "0000"), "0042");
-    EXPECT_EQ(Format(10000, "0000"), "10000");
-    EXPECT_EQ(Format(INT32_MIN, "000"), "-2147483648");
-    EXPECT_EQ(Format(-12, "-#"), "-12");
-    EXPECT_EQ(Format(12, "-#"), "12");
-    EXPECT_EQ(Str(25.0), "25");
-    EXPECT_EQ(Str(-3), "-3");
-    EXPECT_EQ(Str(0.5), "0.5");
-}
-
-TEST(Text, SplitKeepsEmptyPieces) {
-    auto p = Split("a\r\rb\r", "\r");
-    ASSERT_EQ(p.size(), 4u);
-    EXPECT_EQ(p[1], "");
-    EXPECT_EQ(p[3], "");
+    EXPECT_FALSE(StartsWithCI(" M2", "M2") || StartsWithCI("M", "M2"));
+    const auto pieces = Split("a\r\rb\r", "\r");  // empty pieces are kept
+    EXPECT_EQ(std::vector<std::string>(pieces.begin(), pieces.end()), (std::vector<std::string>{"a", "", "b", ""}));
     EXPECT_EQ(Split("", "\r").size(), 1u);
 }
 
@@ -158,8 +122,16 @@ TEST(Encodings, MacRomanWritesOneBytePerCharacter) {
     EXPECT_EQ(EncodeMacRoman(DecodeWindowsLatin1("\xE9\xE8\x80")), "\x8E\x8F\xDB");
 }
 
+// Frames from a timecode and back, at one of the three rates.
+int32_t ToFrames(int rate, const std::string& tc) {
+    return rate == 24 ? TC_to_Frame24(tc) : rate == 25 ? TC_to_Frame25(tc) : TC_to_Frame30NonDrop(tc);
+}
+std::string ToTc(int rate, int32_t f) {
+    return rate == 24 ? Frames24_to_TC(f) : rate == 25 ? Frames25_to_TC(f) : Frames30NonDrop_to_TC(f);
+}
+
 TEST(Timecode, WorkedValues) {
-    struct Case {
+    const struct {
         int rate;
         const char* tc;
         int32_t frames;
@@ -168,11 +140,9 @@ TEST(Timecode, WorkedValues) {
         {24, "01:00:00:00", 86400},  {30, "01:00:00:00", 108000},   {25, "10:00:00:10", 900010},
         {25, "23:59:59:24", 2159999}, {25, "24:00:00:00", 2160000},
     };
-    for (const Case& c : cases) {
-        int32_t f = c.rate == 24 ? TC_to_Frame24(c.tc) : c.rate == 25 ? TC_to_Frame25(c.tc) : TC_to_Frame30NonDrop(c.tc);
-        std::string back = c.rate == 24 ? Frames24_to_TC(f) : c.rate == 25 ? Frames25_to_TC(f) : Frames30NonDrop_to_TC(f);
-        EXPECT_EQ(f, c.frames) << c.tc;
-        EXPECT_EQ(back, c.tc);
+    for (const auto& c : cases) {
+        EXPECT_EQ(ToFrames(c.rate, c.tc), c.frames) << c.tc;
+        EXPECT_EQ(ToTc(c.rate, c.frames), c.tc);
     }
 }
 
@@ -191,15 +161,8 @@ TEST(Timecode, EdgesOfTheScale) {
 }
 
 TEST(Timecode, RoundTripBelowOneHundredHours) {
-    for (int rate : {24, 25, 30}) {
-        for (int64_t n = 0; n < int64_t(100) * 3600 * rate; n += 997) {
-            int32_t f = int32_t(n);
-            const int32_t back = rate == 24   ? TC_to_Frame24(Frames24_to_TC(f))
-                                 : rate == 25 ? TC_to_Frame25(Frames25_to_TC(f))
-                                              : TC_to_Frame30NonDrop(Frames30NonDrop_to_TC(f));
-            ASSERT_EQ(back, f) << rate;
-        }
-    }
+    for (int rate : {24, 25, 30})
+        for (int64_t n = 0; n < int64_t(100) * 3600 * rate; n += 997) ASSERT_EQ(ToFrames(rate, ToTc(rate, int32_t(n))), n);
 }
 
 }  // namespace
