@@ -162,7 +162,8 @@ TEST(Timecode, EdgesOfTheScale) {
 
 TEST(Timecode, RoundTripBelowOneHundredHours) {
     for (int rate : {24, 25, 30})
-        for (int64_t n = 0; n < int64_t(100) * 3600 * rate; n += 997) ASSERT_EQ(ToFrames(rate, ToTc(rate, int32_t(n))), n);
+        for (int64_t n = 0; n < int64_t(100) * 3600 * rate; n += 997)
+            ASSERT_EQ(ToFrames(rate, ToTc(rate, int32_t(n))), n);
 }
 
 }  // namespace

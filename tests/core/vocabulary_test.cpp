@@ -1,7 +1,6 @@
 // Wipe names of both tables and the order of a comment block.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 
 #include "vocabulary/vocabulary.hpp"
@@ -9,11 +8,7 @@
 namespace vornelt {
 namespace {
 
-std::string Code(int n) {
-    char buf[8];
-    std::snprintf(buf, sizeof buf, "W%03d", n);
-    return buf;
-}
+std::string Code(int n) { return "W" + std::string(n < 10 ? "00" : n < 100 ? "0" : "") + std::to_string(n); }
 
 TEST(WipeNames, ByCode) {
     struct Case {
@@ -21,30 +16,19 @@ TEST(WipeNames, ByCode) {
         const char* smpte;
         const char* fcp;
     } const cases[] = {
-        {"W001", "EDGE WIPE HORIZONTAL", "EDGE WIPE"},
-        {"W003", "EDGE WIPE TOP LEFT", "SPLIT SLIDE "},
-        {"w012", "UNKNOWN", "CROSS IRIS"},
-        {"W013", "UNKNOWN", "CLOCK WIPE"},
-        {"W014", "UNKNOWN", "EDGE WIPE"},
-        {"W020", "UNKNOWN", "SPINBACK3D"},
-        {"W074", "EDGE WIPE HORIZONTAL BARN ZIG ZAG", "EDGE WIPE"},
-        {"w101", "IRIS WIPE RECTANGLE", "EDGE WIPE"},
-        {"W115", "UNKNOWN", "V WIPE"},
-        {"W119", "IRIS WIPE CICLE", "EDGE WIPE"},
-        {"W123", "IRIS WIPE CAT EYE SIDE", "VENETIAN BLIND WIPE"},
-        {"W127", "IRIS WIPE STAR 4PT", "EDGE WIPE"},
+        {"W001", "EDGE WIPE HORIZONTAL", "EDGE WIPE"},  {"W003", "EDGE WIPE TOP LEFT", "SPLIT SLIDE "},
+        {"w012", "UNKNOWN", "CROSS IRIS"},              {"W013", "UNKNOWN", "CLOCK WIPE"},
+        {"W014", "UNKNOWN", "EDGE WIPE"},               {"W020", "UNKNOWN", "SPINBACK3D"},
+        {"W074", "EDGE WIPE HORIZONTAL BARN ZIG ZAG", "EDGE WIPE"}, {"w101", "IRIS WIPE RECTANGLE", "EDGE WIPE"},
+        {"W115", "UNKNOWN", "V WIPE"},                  {"W119", "IRIS WIPE CICLE", "EDGE WIPE"},
+        {"W123", "IRIS WIPE CAT EYE SIDE", "VENETIAN BLIND WIPE"}, {"W127", "IRIS WIPE STAR 4PT", "EDGE WIPE"},
         {"W211", "RADIAL WIPE TOP BOTTOM 180", "EDGE WIPE"},
         {"W264", "RADIAL WIPE DOUBLE CENTER LEFT RIGHT", "EDGE WIPE"},
-        {"W353", "MATRIX WIPE HORIZONTAL WATERFALL RIGHT", "EDGE WIPE"},
-        {"W354", "UNKNOWN", "EDGE WIPE"},
-        {"W009", "UNKNOWN", "INSET WIPE"},
-        {"W000", "UNKNOWN", "EDGE WIPE"},
-        {"W355", "UNKNOWN", "EDGE WIPE"},
-        {"W12", "UNKNOWN", "EDGE WIPE"},
-        {"W0010", "UNKNOWN", "EDGE WIPE"},
-        {" W001", "UNKNOWN", "EDGE WIPE"},
-        {"WIPE", "UNKNOWN", "EDGE WIPE"},
-        {"", "UNKNOWN", "EDGE WIPE"},
+        {"W353", "MATRIX WIPE HORIZONTAL WATERFALL RIGHT", "EDGE WIPE"}, {"W354", "UNKNOWN", "EDGE WIPE"},
+        {"W009", "UNKNOWN", "INSET WIPE"},              {"W000", "UNKNOWN", "EDGE WIPE"},
+        {"W355", "UNKNOWN", "EDGE WIPE"},               {"W12", "UNKNOWN", "EDGE WIPE"},
+        {"W0010", "UNKNOWN", "EDGE WIPE"},              {" W001", "UNKNOWN", "EDGE WIPE"},
+        {"WIPE", "UNKNOWN", "EDGE WIPE"},               {"", "UNKNOWN", "EDGE WIPE"},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(WipeCodesSMPTE(c.code), c.smpte) << c.code;
