@@ -13,18 +13,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class Convert : public ::testing::Test {
+class Convert : public testing::Fixture {
 protected:
-    void SetUp() override {
-        dir_ = fs::temp_directory_path() / ("vornelt-convert-" + std::to_string(::getpid()) + "-" + std::to_string(n_++));
-        fs::create_directories(dir_);
-    }
-    void TearDown() override { fs::remove_all(dir_); }
-
-    std::string Write(const std::string& name, const std::string& text) {
-        std::ofstream(dir_ / name, std::ios::binary) << text;
-        return (dir_ / name).string();
-    }
+    std::string Write(const std::string& name, const std::string& text) { return WriteFile(name, text).AbsolutePath(); }
     static std::string Read(const fs::path& p) { return testing::ReadBytes(p); }
     int Run(std::vector<std::string> args) {
         args.insert(args.begin(), "vornelt-convert");
@@ -35,9 +26,7 @@ protected:
         return ConvertMain(int(argv.size()), argv.data(), out, err);
     }
 
-    fs::path dir_;
     std::ostringstream out, err;
-    static inline int n_ = 0;
 };
 
 const char* kList = "TITLE: Test\r\nFCM: NON-DROP FRAME\r\n\r\n001 AX V C 01:00:00:00 01:00:05:00 00:00:10:00 00:00:15:00\r\n";
@@ -61,13 +50,6 @@ TEST_F(Convert, BadOptionsPrintTheUsageAndWriteNothing) {
     }
     Run({in});
     EXPECT_NE(err.str().find("Usage"), std::string::npos);
-}
-
-TEST_F(Convert, HelpAndVersion) {
-    EXPECT_EQ(Run({"--help"}), 0);
-    EXPECT_NE(out.str().find("--keys-to-dissolves"), std::string::npos);
-    EXPECT_EQ(Run({"--version"}), 0);
-    EXPECT_NE(out.str().find("vornelt-convert "), std::string::npos);
 }
 
 TEST_F(Convert, WritesTheSuggestedNameBesideTheInputByDefault) {

@@ -396,10 +396,11 @@ TEST_F(HandlersTest, EveryOpeningAndClosingAsksAboutUnsavedChangesFirst) {
                 case Entry::Quit: EXPECT_EQ(MainWindow_Event_CancelClose(entry == Entry::Quit), !c.goesOn); break;
             }
             ASSERT_EQ(platform.messageDialogsShown.size(), c.answer ? 1u : 0u);
-            if (c.answer)
+            if (c.answer) {
                 EXPECT_EQ(Shown(platform.messageDialogsShown[0]),
                           "1|Do you want to save the changes to \"Reel 3.edl\"?|If you don't save, your changes will "
                           "be lost.|Save|Don't Save|Cancel");
+            }
             EXPECT_EQ(g_calls, closing ? c.closeCalls : c.openCalls);
             const bool droped = entry == Entry::Drop || entry == Entry::Document;
             EXPECT_EQ(FrameRateWindowExists(), c.goesOn && !droped && !closing);

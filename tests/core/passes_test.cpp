@@ -70,7 +70,9 @@ TEST_F(Passes, WorkingCopyHoldsEveryRowAndSharesTheListText) {
         EXPECT_EQ(m.copySourceInFrame[i], m.readOrigSourceInFrame[i]);
         EXPECT_TRUE(m.displayThisAudioEventLine[i] && m.displayThisKeyEventLine[i]);
         const char* p = m.copyCompletLine(i).data();
-        if (!m.copyCompletLine(i).empty()) EXPECT_TRUE(p >= text.data() && p < text.data() + text.size());
+        if (!m.copyCompletLine(i).empty()) {
+            EXPECT_TRUE(p >= text.data() && p < text.data() + text.size());
+        }
     }
     EXPECT_TRUE(m.copyM2.empty());
 

@@ -1,6 +1,7 @@
 // Wipe names of both tables and the order of a comment block.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <string>
 
 #include "vocabulary/vocabulary.hpp"
@@ -8,7 +9,11 @@
 namespace vornelt {
 namespace {
 
-std::string Code(int n) { return "W" + std::string(n < 10 ? "00" : n < 100 ? "0" : "") + std::to_string(n); }
+std::string Code(int n) {
+    char code[8];
+    std::snprintf(code, sizeof code, "W%03d", n);
+    return code;
+}
 
 TEST(WipeNames, ByCode) {
     struct Case {
