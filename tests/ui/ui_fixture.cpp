@@ -26,6 +26,15 @@ T Take(std::deque<T>& answers, T whenEmpty) {
     return a;
 }
 
+// A fresh program: no state and none of the small windows.
+void ResetProgram() {
+    ResetProgramState();
+    CloseFrameRateWindow();
+    CloseFrameRateWindowIfDroped();
+    CloseStartUpWindow();
+    CloseAboutWindow2();
+}
+
 }  // namespace
 
 FolderItemRef ScriptedQtPlatform::ShowOpenDialog(const OpenDialogSpec& request) {
@@ -53,16 +62,11 @@ DialogButton ScriptedQtPlatform::ShowMessageDialog(const MessageDialogSpec& requ
 
 void ScriptedQtPlatform::Redraw(std::string_view control) {
     QtPlatform::Redraw(control);
-    redraws.emplace_back(control);
     if (onRedraw) onRedraw(control);
 }
 
 UiFixture::UiFixture() {
-    ResetProgramState();
-    CloseFrameRateWindow();
-    CloseFrameRateWindowIfDroped();
-    CloseStartUpWindow();
-    CloseAboutWindow2();
+    ResetProgram();
     shell_ = std::make_unique<AppShell>();
     platform_ = std::make_unique<ScriptedQtPlatform>(*shell_);
     previous_ = &GetPlatform();
@@ -72,11 +76,7 @@ UiFixture::UiFixture() {
 }
 
 UiFixture::~UiFixture() {
-    ResetProgramState();
-    CloseFrameRateWindow();
-    CloseFrameRateWindowIfDroped();
-    CloseStartUpWindow();
-    CloseAboutWindow2();
+    ResetProgram();
     shell_->Sync();
     shell_.reset();
     SetPlatform(previous_);
@@ -109,6 +109,16 @@ void UiFixture::LoadThroughWindows(const FolderItem& file, int frameRateRow) {
     QTest::mouseClick(question->Ok(), Qt::LeftButton);
 }
 
+MainWindowView& UiFixture::LoadSample(const std::string& name, bool active) {
+    LoadThroughWindows(WriteFile(name, SampleList()));
+    MainWindowView& view = main();
+    if (active) {
+        view.activateWindow();
+        if (!QTest::qWaitForWindowActive(&view)) QTest::qFail("the main window is not active", __FILE__, __LINE__);
+    }
+    return view;
+}
+
 QImage UiFixture::Shoot(QWidget* window, const QString& name) {
     QDir out(QStringLiteral(VORNELT_SCREENSHOT_DIR));
     out.mkpath(".");
@@ -122,10 +132,6 @@ std::string SampleList() {
     QFile f(QStringLiteral(VORNELT_UI_TEST_DATA_DIR "/harbour.edl"));
     if (!f.open(QIODevice::ReadOnly)) return {};
     return f.readAll().toStdString();
-}
-
-bool WaitFor(const std::function<bool()>& condition, int timeoutMs) {
-    return QTest::qWaitFor(condition, timeoutMs);
 }
 
 }  // namespace vornelt::qt::testing

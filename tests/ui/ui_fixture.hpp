@@ -32,7 +32,6 @@ public:
     std::vector<MessageDialogSpec> messageDialogsShown;
     std::vector<std::string> messages;
     std::vector<std::string> launched;
-    std::vector<std::string> redraws;
 
     FolderItemRef ShowOpenDialog(const OpenDialogSpec& request) override;
     FolderItemRef ShowSaveDialog(const SaveDialogSpec& request) override;
@@ -61,6 +60,8 @@ public:
     FolderItem WriteFile(const std::string& name, const std::string& bytes);
     // Opens the list through the button, the frame-rate window (its row) and the open dialog.
     void LoadThroughWindows(const FolderItem& file, int frameRateRow = 1);
+    // The sample list written under that name and loaded at 25 fps; active: ready for typing.
+    MainWindowView& LoadSample(const std::string& name = "a.edl", bool active = false);
 
     // Saves a picture of the window into the build folder and returns it.
     QImage Shoot(QWidget* window, const QString& name);
@@ -74,8 +75,5 @@ private:
 
 // The sample list of the manual's picture.
 std::string SampleList();
-
-// Processes events until the condition holds or the time is up.
-bool WaitFor(const std::function<bool()>& condition, int timeoutMs = 2000);
 
 }  // namespace vornelt::qt::testing
