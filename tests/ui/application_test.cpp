@@ -74,19 +74,12 @@ private slots:
         std::map<QString, int> next;
         for (const Item& it : items) {
             auto* menu = bar->findChild<QMenu*>(it.menu);
-            QVERIFY2(menu, it.menu);
-            const QList<QAction*> actions = menu->actions();
-            const int k = next[it.menu]++;
-            QVERIFY(k < actions.size());
-            QAction* a = actions[k];
+            QVERIFY2(menu && next[it.menu] < menu->actions().size(), it.name);
+            QAction* a = menu->actions()[next[it.menu]++];
             QCOMPARE(a->objectName(), QString::fromUtf8(it.name));
-            if (QString(it.caption) == "-")
-                QVERIFY(a->isSeparator());
-            else
-                QCOMPARE(a->text(), QString::fromUtf8(it.caption));
+            QCOMPARE(a->isSeparator() ? QStringLiteral("-") : a->text(), QString::fromUtf8(it.caption));
             QCOMPARE(a->shortcut(), QKeySequence(QString::fromUtf8(it.shortcut)));
-            QCOMPARE(!a->icon().isNull(), it.icon);
-            if (it.icon) QVERIFY(!a->icon().pixmap(18, 18).isNull());
+            QCOMPARE(!a->icon().pixmap(18, 18).isNull(), it.icon);
         }
         QCOMPARE(f.shell().Item("FileQuit")->menuRole(), QAction::QuitRole);
         QCOMPARE(f.shell().Item("About")->menuRole(), QAction::AboutRole);
