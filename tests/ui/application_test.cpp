@@ -15,7 +15,6 @@
 #include "ui/qt/list_view.hpp"
 #include "ui/windows.hpp"
 #include "ui_fixture.hpp"
-#include "ui_tests.hpp"
 
 namespace vornelt::qt::testing {
 
@@ -26,6 +25,12 @@ void Choose(UiFixture& f, const char* item) {
     QAction* a = f.shell().Item(item);
     if (auto* menu = f.main().menuBar()->findChild<QMenu*>("EditMenu")) emit menu->aboutToShow();
     a->trigger();
+}
+
+// Waits for the frame-rate question of a document handed over and answers it with OK.
+void AnswerDropedQuestion(UiFixture& f) {
+    QVERIFY(QTest::qWaitFor([&] { return f.shell().FrameRateIfDroped() != nullptr; }, 2000));
+    QTest::mouseClick(f.shell().FrameRateIfDroped()->Ok(), Qt::LeftButton);
 }
 
 }  // namespace
@@ -63,27 +68,18 @@ private slots:
             {"HelpMenu", "HelpHelp", "Help", "Ctrl+?", true},
             {"HelpMenu", "About", "About", "Ctrl+1", true},
         };
-        const QList<QAction*> menus = bar->actions();
-        QCOMPARE(menus.size(), 3);
-        QCOMPARE(menus[0]->text(), QStringLiteral("&File"));
-        QCOMPARE(menus[1]->text(), QStringLiteral("&Bearbeiten"));
-        QCOMPARE(menus[2]->text(), QStringLiteral("Help"));
+        QStringList titles;
+        for (QAction* menu : bar->actions()) titles << menu->text();
+        QCOMPARE(titles, (QStringList{"&File", "&Bearbeiten", "Help"}));
         std::map<QString, int> next;
         for (const Item& it : items) {
             auto* menu = bar->findChild<QMenu*>(it.menu);
-            QVERIFY2(menu, it.menu);
-            const QList<QAction*> actions = menu->actions();
-            const int k = next[it.menu]++;
-            QVERIFY(k < actions.size());
-            QAction* a = actions[k];
+            QVERIFY2(menu && next[it.menu] < menu->actions().size(), it.name);
+            QAction* a = menu->actions()[next[it.menu]++];
             QCOMPARE(a->objectName(), QString::fromUtf8(it.name));
-            if (QString(it.caption) == "-")
-                QVERIFY(a->isSeparator());
-            else
-                QCOMPARE(a->text(), QString::fromUtf8(it.caption));
+            QCOMPARE(a->isSeparator() ? QStringLiteral("-") : a->text(), QString::fromUtf8(it.caption));
             QCOMPARE(a->shortcut(), QKeySequence(QString::fromUtf8(it.shortcut)));
-            QCOMPARE(!a->icon().isNull(), it.icon);
-            if (it.icon) QVERIFY(!a->icon().pixmap(18, 18).isNull());
+            QCOMPARE(!a->icon().pixmap(18, 18).isNull(), it.icon);
         }
         QCOMPARE(f.shell().Item("FileQuit")->menuRole(), QAction::QuitRole);
         QCOMPARE(f.shell().Item("About")->menuRole(), QAction::AboutRole);
@@ -121,10 +117,7 @@ private slots:
 
     void editMenuActsOnTheFocusedField() {
         UiFixture f;
-        f.LoadThroughWindows(f.WriteFile("a.edl", SampleList()));
-        MainWindowView& view = f.main();
-        view.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&view));
+        MainWindowView& view = f.LoadSample("a.edl", true);
         auto* title = view.findChild<QLineEdit*>("EF_SeqTitle");
         title->setFocus(Qt::OtherFocusReason);
         Choose(f, "EditSelectAll");
@@ -141,11 +134,8 @@ private slots:
         // The text area gives Copy and Select All.
         view.EditField1()->setFocus(Qt::OtherFocusReason);
         Choose(f, "EditSelectAll");
-        QVERIFY(view.EditField1()->hasSelection() || MainWindow().EditField1.Text->empty());
-        QMenu* edit = view.menuBar()->findChild<QMenu*>("EditMenu");
-        emit edit->aboutToShow();
-        QVERIFY(!f.shell().Item("EditPaste")->isEnabled());
-        QVERIFY(!f.shell().Item("EditCut")->isEnabled());
+        QVERIFY(view.EditField1()->hasSelection());
+        QVERIFY(!f.shell().Item("EditPaste")->isEnabled() && !f.shell().Item("EditCut")->isEnabled());
         QVERIFY(f.shell().Item("EditSelectAll")->isEnabled());
     }
 
@@ -157,37 +147,33 @@ private slots:
         f.shell().Start({QString::fromStdString(a.AbsolutePath()), QString::fromStdString(b.AbsolutePath())});
         QVERIFY(f.shell().StartUp());
         // The first comes before the main window, without a question.
-        QVERIFY(WaitFor([&] { return f.shell().FrameRateIfDroped() != nullptr; }));
+        AnswerDropedQuestion(f);
         QVERIFY(f.platform().messageDialogsShown.empty());
-        QTest::mouseClick(f.shell().FrameRateIfDroped()->Ok(), Qt::LeftButton);
         QVERIFY(f.shell().Main());
         QCOMPARE(f.shell().Main()->windowTitle(), QStringLiteral("Reel A.edl[*]"));
         // The second asks about the first list, which a load leaves unsaved.
         f.platform().messageDialogAnswers.push_back(DialogButton::Alternate);
-        QVERIFY(WaitFor([&] { return f.shell().FrameRateIfDroped() != nullptr; }));
+        AnswerDropedQuestion(f);
         QCOMPARE(f.platform().messageDialogsShown.size(), size_t(1));
-        QTest::mouseClick(f.shell().FrameRateIfDroped()->Ok(), Qt::LeftButton);
         QCOMPARE(f.shell().Main()->windowTitle(), QStringLiteral("Reel B.edl[*]"));
 
         // A document that cannot be read says so.
         f.platform().messageDialogAnswers.push_back(DialogButton::Alternate);
         f.shell().OpenDocument(QStringLiteral("/no/such/list.edl"));
-        QVERIFY(WaitFor([&] { return f.shell().FrameRateIfDroped() != nullptr; }));
-        QTest::mouseClick(f.shell().FrameRateIfDroped()->Ok(), Qt::LeftButton);
+        AnswerDropedQuestion(f);
         QCOMPARE(f.platform().messages, std::vector<std::string>{"Sorry, Can't read the file."});
     }
 
     void quittingAsksAboutUnsavedChanges() {
         UiFixture f;
-        f.LoadThroughWindows(f.WriteFile("a.edl", SampleList()));
+        f.LoadSample();
         bool quit = false;
         QMetaObject::Connection c = connect(qApp, &QCoreApplication::aboutToQuit, [&] { quit = true; });
         f.platform().messageDialogAnswers.push_back(DialogButton::Cancel);
         f.shell().Item("FileQuit")->trigger();
-        QVERIFY(MainWindowExists());
-        QCOMPARE(f.platform().messageDialogsShown.size(), size_t(1));
         disconnect(c);
-        QVERIFY(!quit);
+        QVERIFY(MainWindowExists() && !quit);
+        QCOMPARE(f.platform().messageDialogsShown.size(), size_t(1));
     }
 };
 

@@ -14,7 +14,6 @@
 #include "generate.hpp"
 #include "ui/qt/list_view.hpp"
 #include "ui_fixture.hpp"
-#include "ui_tests.hpp"
 
 namespace vornelt::qt::testing {
 

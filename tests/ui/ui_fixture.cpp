@@ -2,13 +2,15 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QDateTime>
+#include <QDir>
 #include <QFile>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
 #include <fstream>
-#include <unistd.h>
 
 #include "document/window_state.hpp"
 #include "ui/handlers.hpp"
@@ -18,70 +20,31 @@ namespace vornelt::qt::testing {
 
 namespace {
 
-template <typename T>
-T Take(std::deque<T>& answers, T whenEmpty) {
-    if (answers.empty()) return whenEmpty;
-    T a = std::move(answers.front());
-    answers.pop_front();
-    return a;
+// A fresh program: no state and none of the small windows.
+void ResetProgram() {
+    ResetProgramState();
+    CloseFrameRateWindow();
+    CloseFrameRateWindowIfDroped();
+    CloseStartUpWindow();
+    CloseAboutWindow2();
 }
 
 }  // namespace
 
-FolderItemRef ScriptedQtPlatform::ShowOpenDialog(const OpenDialogSpec& request) {
-    BeforeDialog();
-    openDialogsShown.push_back(request);
-    return Take<FolderItemRef>(openDialogAnswers, std::nullopt);
-}
-
-FolderItemRef ScriptedQtPlatform::ShowSaveDialog(const SaveDialogSpec& request) {
-    BeforeDialog();
-    saveDialogsShown.push_back(request);
-    return Take<FolderItemRef>(saveDialogAnswers, std::nullopt);
-}
-
-void ScriptedQtPlatform::MsgBox(std::string_view text) {
-    BeforeDialog();
-    messages.emplace_back(text);
-}
-
-DialogButton ScriptedQtPlatform::ShowMessageDialog(const MessageDialogSpec& request) {
-    BeforeDialog();
-    messageDialogsShown.push_back(request);
-    return Take(messageDialogAnswers, DialogButton::None);
-}
-
-void ScriptedQtPlatform::Redraw(std::string_view control) {
-    QtPlatform::Redraw(control);
-    redraws.emplace_back(control);
-    if (onRedraw) onRedraw(control);
-}
-
 UiFixture::UiFixture() {
-    ResetProgramState();
-    CloseFrameRateWindow();
-    CloseFrameRateWindowIfDroped();
-    CloseStartUpWindow();
-    CloseAboutWindow2();
+    ResetProgram();
     shell_ = std::make_unique<AppShell>();
     platform_ = std::make_unique<ScriptedQtPlatform>(*shell_);
     previous_ = &GetPlatform();
     SetPlatform(platform_.get());
-    dir_ = QDir(QDir::tempPath() + QString("/vornelt-ui-%1-%2").arg(::getpid()).arg(QDateTime::currentMSecsSinceEpoch()));
-    dir_.mkpath(".");
 }
 
 UiFixture::~UiFixture() {
-    ResetProgramState();
-    CloseFrameRateWindow();
-    CloseFrameRateWindowIfDroped();
-    CloseStartUpWindow();
-    CloseAboutWindow2();
+    ResetProgram();
     shell_->Sync();
     shell_.reset();
     SetPlatform(previous_);
     platform_.reset();
-    dir_.removeRecursively();
     // Windows closed by the shell go at the next turn of the loop.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
@@ -109,6 +72,16 @@ void UiFixture::LoadThroughWindows(const FolderItem& file, int frameRateRow) {
     QTest::mouseClick(question->Ok(), Qt::LeftButton);
 }
 
+MainWindowView& UiFixture::LoadSample(const std::string& name, bool active) {
+    LoadThroughWindows(WriteFile(name, SampleList()));
+    MainWindowView& view = main();
+    if (active) {
+        view.activateWindow();
+        if (!QTest::qWaitForWindowActive(&view)) QTest::qFail("the main window is not active", __FILE__, __LINE__);
+    }
+    return view;
+}
+
 QImage UiFixture::Shoot(QWidget* window, const QString& name) {
     QDir out(QStringLiteral(VORNELT_SCREENSHOT_DIR));
     out.mkpath(".");
@@ -118,14 +91,31 @@ QImage UiFixture::Shoot(QWidget* window, const QString& name) {
     return image;
 }
 
+void CheckPlacements(QWidget* window, QSize size, const std::vector<Placement>& placements) {
+    QCOMPARE(window->size(), size);
+    for (const Placement& p : placements) {
+        auto* w = window->findChild<QWidget*>(p.name);
+        QVERIFY2(w, p.name);
+        QCOMPARE(QRect(w->mapTo(window, QPoint(0, 0)), w->size()), p.rect);
+        if (p.text) QCOMPARE(TextOf(w), QString::fromUtf8(p.text));
+        const int pixels = p.pixelSize == 0 ? QApplication::font().pixelSize() : p.pixelSize;
+        if (pixels > 0) QCOMPARE(w->font().pixelSize(), pixels);
+    }
+}
+
+QString TextOf(QWidget* w) {
+    if (auto* b = qobject_cast<QAbstractButton*>(w)) return b->text();
+    if (auto* l = qobject_cast<QLabel*>(w)) return l->text();
+    if (auto* e = qobject_cast<QLineEdit*>(w)) return e->text();
+    if (auto* g = qobject_cast<QGroupBox*>(w)) return g->title();
+    if (auto* c = qobject_cast<QComboBox*>(w)) return c->currentText();
+    return {};
+}
+
 std::string SampleList() {
     QFile f(QStringLiteral(VORNELT_UI_TEST_DATA_DIR "/harbour.edl"));
     if (!f.open(QIODevice::ReadOnly)) return {};
     return f.readAll().toStdString();
-}
-
-bool WaitFor(const std::function<bool()>& condition, int timeoutMs) {
-    return QTest::qWaitFor(condition, timeoutMs);
 }
 
 }  // namespace vornelt::qt::testing
