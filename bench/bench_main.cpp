@@ -65,12 +65,7 @@ void BM_LoadRoad(benchmark::State& state) {
         state.PauseTiming();
         PrepareRead(bytes);
         state.ResumeTiming();
-        ParseCMX3600();
-        CheckForM2();
-        CopyArrays();
-        CheckBSpurClipLenghts();
-        CleanEDL_4();
-        PrepareToDisplay();
+        RunLoadPasses();
     }
 }
 BENCHMARK(BM_LoadRoad)->Arg(100000)->Unit(benchmark::kMillisecond);

@@ -84,7 +84,12 @@ void AllKeysOnOff() {
     }
 }
 
-void AllKeysToDissolve() {
+namespace {
+
+// Rows whose read transition `isEffect` names become dissolves while `toDissolve` holds, and
+// get their read text back otherwise.
+template <typename IsEffect>
+void EffectsToDissolve(bool toDissolve, IsEffect isEffect) {
     Document& m = Module1;
     Platform& platform = GetPlatform();
     const size_t rows = passes_detail::RowsWithin(m.maxZeilen, {m.readOrigTrans.size(), m.copyTrans.size()});
@@ -92,21 +97,19 @@ void AllKeysToDissolve() {
     for (size_t i = 0; i < rows; ++i) {
         platform.Yield();
         const std::string_view trans = m.readOrigTrans(i);
-        if (StartsWithCI(trans, "K")) m.copyTrans.set(i, m.boolKeyToDissolve ? std::string_view("D") : trans);
+        if (isEffect(trans)) m.copyTrans.set(i, toDissolve ? std::string_view("D") : trans);
     }
 }
 
-void AllWipesToDissolve() {
-    Document& m = Module1;
-    Platform& platform = GetPlatform();
-    const size_t rows = passes_detail::RowsWithin(m.maxZeilen, {m.readOrigTrans.size(), m.copyTrans.size()});
+}  // namespace
 
-    for (size_t i = 0; i < rows; ++i) {
-        platform.Yield();
-        // A "W" anywhere in the field marks a wipe: "SW" too.
-        const std::string_view trans = m.readOrigTrans(i);
-        if (Contains(trans, "W")) m.copyTrans.set(i, m.boolTransToDissolve ? std::string_view("D") : trans);
-    }
+void AllKeysToDissolve() {
+    EffectsToDissolve(Module1.boolKeyToDissolve, [](std::string_view trans) { return StartsWithCI(trans, "K"); });
+}
+
+void AllWipesToDissolve() {
+    // A "W" anywhere in the field marks a wipe: "SW" too.
+    EffectsToDissolve(Module1.boolTransToDissolve, [](std::string_view trans) { return Contains(trans, "W"); });
 }
 
 void PrepareToDisplay() {
