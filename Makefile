@@ -1,9 +1,9 @@
 # The two commands that do everything on a fresh Debian machine:
 #   make run    installs what is missing, builds, starts the app
-#   make test   installs what is missing, builds, runs every test (release, then sanitizers)
+#   make test   installs what is missing, builds, runs every test (release, then the sanitizers)
 SHELL := /bin/bash
 .DEFAULT_GOAL := run
-.PHONY: bootstrap build run test test-release test-asan bench fuzz acceptance clean
+.PHONY: bootstrap build run test test-release test-asan test-tsan bench fuzz acceptance clean
 
 FUZZ_SECONDS ?= 600
 
@@ -20,6 +20,7 @@ run: build
 test: bootstrap
 	@$(MAKE) --no-print-directory test-release
 	@$(MAKE) --no-print-directory test-asan
+	@$(MAKE) --no-print-directory test-tsan
 
 test-release:
 	@cmake --preset release >/dev/null
@@ -30,6 +31,12 @@ test-asan:
 	@cmake --preset asan >/dev/null
 	@cmake --build --preset asan
 	@ctest --preset asan
+
+# Conversions on several threads at once, under ThreadSanitizer: that test alone.
+test-tsan:
+	@cmake --preset tsan >/dev/null
+	@cmake --build --preset tsan
+	@ctest --preset tsan
 
 # The acceptance cases of the converter alone, with their verdict.
 acceptance: build

@@ -3,20 +3,16 @@
 
 #include <map>
 
-#include "document/load.hpp"
-#include "document/module1.hpp"
-#include "document/window_state.hpp"
 #include "generate.hpp"
 #include "passes/passes.hpp"
-#include "platform/encodings.hpp"
-#include "platform/headless.hpp"
 #include "reader/reader.hpp"
+#include "session/load.hpp"
+#include "text/encodings.hpp"
+#include "vornelt/convert.hpp"
 #include "writer/writer.hpp"
 
 namespace vornelt::bench {
 namespace {
-
-HeadlessPlatform g_platform;
 
 const std::string& List(int events, Shape shape = Shape::Mixed) {
     static std::map<std::pair<int, int>, std::string> cache;
@@ -26,66 +22,63 @@ const std::string& List(int events, Shape shape = Shape::Mixed) {
     return it->second;
 }
 
-// What a load does before the reader: the text in, the tables emptied, the rate set.
-void PrepareRead(const std::string& bytes) {
-    Module1.cmxString = std::make_shared<std::string>(DecodeWindowsLatin1(bytes));
-    ResetGlobalVariables_NEU();
-    Module1.frameRate = 25.0;
-}
+// One session for each benchmark, on a platform that shows nothing.
+struct Bench {
+    QuietPlatform platform;
+    Session s{platform};
+    Document& m = s.document;
 
-void LoadWhole(const std::string& bytes) {
-    PrepareRead(bytes);
-    RunLoadPasses();
-}
-
-void Setup() {
-    SetPlatform(&g_platform);
-    ResetProgramState();
-}
+    // What a load does before the reader: the text in, the tables emptied, the rate set.
+    void PrepareRead(const std::string& bytes) {
+        m.cmxString = std::make_shared<std::string>(DecodeWindowsLatin1(bytes));
+        ResetGlobalVariables_NEU(m, s.MainWindow());
+        m.frameRate = 25.0;
+    }
+    // The whole load road, from the file's bytes to the rendered list.
+    void LoadWhole(const std::string& bytes) {
+        s.document.frameRateTmp = 25.0;
+        LoadListBytes(s, bytes, FolderItem("bench.edl"), false);
+    }
+};
 
 void BM_ParseCMX3600(benchmark::State& state) {
-    Setup();
+    Bench b;
     const std::string& bytes = List(int(state.range(0)));
     for (auto _ : state) {
         state.PauseTiming();
-        PrepareRead(bytes);
+        b.PrepareRead(bytes);
         state.ResumeTiming();
-        ParseCMX3600();
+        ParseCMX3600(b.m, b.s.MainWindow(), b.s.progress, b.platform);
     }
-    state.counters["rows"] = Module1.maxZeilen + 1;
+    state.counters["rows"] = b.m.maxZeilen + 1;
     state.counters["MB"] = double(bytes.size()) / 1e6;
 }
 BENCHMARK(BM_ParseCMX3600)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 // The whole load road up to PrepareToDisplay, which ends in the writer.
 void BM_LoadRoad(benchmark::State& state) {
-    Setup();
+    Bench b;
     const std::string& bytes = List(int(state.range(0)));
-    for (auto _ : state) {
-        state.PauseTiming();
-        PrepareRead(bytes);
-        state.ResumeTiming();
-        RunLoadPasses();
-    }
+    for (auto _ : state) b.LoadWhole(bytes);
 }
 BENCHMARK(BM_LoadRoad)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 void BM_CleanEDL_4(benchmark::State& state) {
-    Setup();
-    LoadWhole(List(100000, Shape(state.range(0))));
-    for (auto _ : state) CleanEDL_4();
+    Bench b;
+    b.LoadWhole(List(100000, Shape(state.range(0))));
+    for (auto _ : state) CleanEDL_4(b.m, b.platform);
     state.SetLabel(state.range(0) == 0 ? "mixed" : state.range(0) == 1 ? "same source" : "one chain");
 }
 BENCHMARK(BM_CleanEDL_4)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
 
-template <void (*Switch)()>
+template <void (*Switch)(Document&, Platform&)>
 void BM_Switch(benchmark::State& state) {
-    Setup();
-    LoadWhole(List(100000));
+    Bench b;
+    b.LoadWhole(List(100000));
     bool on = false;
     for (auto _ : state) {
-        Module1.boolA1234 = Module1.boolV2 = Module1.boolKeyToDissolve = Module1.boolTransToDissolve = on;
-        Switch();
+        b.m.boolA1234 = b.m.boolV2 = b.m.boolKeyToDissolve = b.m.boolTransToDissolve = on;
+        Switch(b.m, b.platform);
         on = !on;
     }
 }
@@ -96,13 +89,21 @@ BENCHMARK_TEMPLATE(BM_Switch, AllWipesToDissolve)->Unit(benchmark::kMillisecond)
 
 // What every click on an option costs: the whole list rendered anew, comments on.
 void BM_NewEDL_02(benchmark::State& state) {
-    Setup();
-    MainWindow().Chb_ComntGenerateNew.Value = true;
-    LoadWhole(List(int(state.range(0))));
-    for (auto _ : state) NewEDL_02();
-    state.counters["MB out"] = double(Module1.finalCMXString->size()) / 1e6;
+    Bench b;
+    b.s.MainWindow().Chb_ComntGenerateNew.Value = true;
+    b.LoadWhole(List(int(state.range(0))));
+    for (auto _ : state) NewEDL_02(b.m, b.s.MainWindow(), b.platform);
+    state.counters["MB out"] = double(b.m.finalCMXString->size()) / 1e6;
 }
 BENCHMARK(BM_NewEDL_02)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// A whole conversion through the library: the list's bytes in, the saved bytes out.
+void BM_Convert(benchmark::State& state) {
+    const std::string& bytes = List(int(state.range(0)));
+    for (auto _ : state) benchmark::DoNotOptimize(Convert(bytes, ConvertOptions{}).bytes.size());
+    state.counters["MB"] = double(bytes.size()) / 1e6;
+}
+BENCHMARK(BM_Convert)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace vornelt::bench

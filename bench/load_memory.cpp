@@ -6,9 +6,7 @@
 #include <fstream>
 #include <string>
 
-#include "document/load.hpp"
-#include "document/module1.hpp"
-#include "platform/headless.hpp"
+#include "session/load.hpp"
 
 namespace {
 long PeakKiB() {
@@ -33,19 +31,37 @@ int main(int argc, char** argv) {
     }
     using namespace vornelt;
     const long before = PeakKiB();
-    HeadlessPlatform platform;
-    SetPlatform(&platform);
-    FolderItem file(argv[1]);
-    platform.openDialogAnswers.push_back(file);
-    Module1.frameRateTmp = argc > 2 ? std::atof(argv[2]) : 25.0;
+    // The open dialog answers with the file; a load that cannot read it says so.
+    class OpenPlatform final : public Platform {
+    public:
+        explicit OpenPlatform(FolderItem file) : file_(std::move(file)) {}
+        FolderItemRef ShowOpenDialog(const OpenDialogRequest&) override { return file_; }
+        FolderItemRef ShowSaveDialog(const SaveDialogRequest&) override { return std::nullopt; }
+        void MsgBox(std::string_view) override { failed = true; }
+        DialogButton ShowMessageDialog(const MessageDialogRequest&) override { return DialogButton::None; }
+        void Beep() override {}
+        int SetWindowModified(bool) override { return 0; }
+        void Yield() override {}
+        void Redraw(std::string_view) override {}
+        void ShowProgressWindow() override {}
+        void CloseProgressWindow() override {}
+        void Launch(const FolderItem&) override {}
+        void ShowURL(std::string_view) override {}
+        bool failed = false;
+
+    private:
+        FolderItem file_;
+    } platform{FolderItem(argv[1])};
+    Session session(platform);
+    session.document.frameRateTmp = argc > 2 ? std::atof(argv[2]) : 25.0;
     const auto t0 = std::chrono::steady_clock::now();
-    Open_CMX();
+    Open_CMX(session);
     const auto t1 = std::chrono::steady_clock::now();
     std::ifstream f(argv[1], std::ios::binary | std::ios::ate);
     const double size = double(f.tellg());
     const long peak = PeakKiB();
     std::printf("load %.1f ms, rows %d, file %.1f MB, peak %.1f MB (%.1f MB before the load), %.2f times the file\n",
-                std::chrono::duration<double, std::milli>(t1 - t0).count(), Module1.maxZeilen + 1, size / 1e6,
+                std::chrono::duration<double, std::milli>(t1 - t0).count(), session.document.maxZeilen + 1, size / 1e6,
                 peak / 1024.0, before / 1024.0, peak * 1024.0 / size);
-    return platform.messages.empty() ? 0 : 1;
+    return platform.failed ? 1 : 0;
 }

@@ -2,16 +2,24 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <cstdio>
 #include <filesystem>
+#include <mutex>
 #include <optional>
+#include <sstream>
+#include <thread>
 
-#include "document/load.hpp"
-#include "document/module1.hpp"
-#include "document/text.hpp"
-#include "document/window_state.hpp"
-#include "platform/headless.hpp"
-#include "ui/handlers.hpp"
-#include "writer/writer.hpp"
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/files.hpp"
+#include "platform/folder_item.hpp"
+#include "text/text.hpp"
+#include "vocabulary/vocabulary.hpp"
+#include "vornelt/convert.hpp"
 
 namespace vornelt {
 
@@ -19,165 +27,219 @@ namespace {
 
 struct Options {
     std::vector<std::string> inputs;
+    unsigned jobs = std::max(1u, std::thread::hardware_concurrency());
+    bool quiet = false;
     std::string fps;
     std::optional<std::string> output;
-    bool mirror = true;
-    bool keys = true;
-    bool audio = true;
-    bool removeFreezeFrames = true;
-    bool removeSpeedChanges = true;
-    bool wipesToDissolves = true;
-    bool keysToDissolves = false;
-    bool comments = true;
+    ConvertOptions convert;
     std::string wipeNames = "smpte";
-    std::optional<std::string> title;
-    std::optional<std::string> movie;
-    std::optional<std::string> reel;
 };
 
-// Writes a save to standard output instead of the chosen file.
-class StdoutStream final : public TextOutputStream {
-public:
-    explicit StdoutStream(std::ostream& out) : out_(out) {}
-    void Write(std::string_view bytes) override {
-        out_.write(bytes.data(), std::streamsize(bytes.size()));
-        if (!out_) throw IOError("cannot write to standard output");
-    }
-    void Close() override {
-        out_.flush();
-        if (!out_) throw IOError("cannot write to standard output");
-    }
+const std::string kCantRead = "Sorry, Can't read the file.";
+const std::string kSaveError = "Unknown Error while saving the File. Please try again.";
 
-private:
-    std::ostream& out_;
-};
-
-class ConverterPlatform final : public HeadlessPlatform {
-public:
-    explicit ConverterPlatform(std::ostream& out) : out_(out) {}
-    bool toStdout = false;
-    std::unique_ptr<TextOutputStream> CreateTextFile(const FolderItem& file) override {
-        if (toStdout) return std::make_unique<StdoutStream>(out_);
-        return HeadlessPlatform::CreateTextFile(file);
-    }
-
-private:
-    std::ostream& out_;
-};
-
-// Letters and digits of ASCII only.
-bool IsPlainReelName(std::string_view name) {
-    if (name.empty()) return false;
-    for (char c : name)
-        if (!((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9'))) return false;
-    return true;
-}
-
-bool IsReservedReel(std::string_view name) {
-    for (const char* reserved : {"AX", "BL", "AUX", "BLACK"})
-        if (EqualsCI(name, reserved)) return true;
-    return false;
-}
-
-// Line ends of a message as new lines, for a terminal.
-std::string ForTerminal(std::string_view text) {
-    std::string out = ReplaceAll(text, "\r\n", "\n");
-    for (char& c : out)
-        if (c == '\r') c = '\n';
-    return out;
-}
+// The system's reason, behind the window's own words: "... (Permission denied)".
+std::string WithCause(const std::string& text, int error) { return text + " (" + ErrorCause(error) + ")"; }
 
 void Configure(CLI::App& app, Options& o) {
+    ConvertOptions& c = o.convert;
     app.description("Converts edit decision lists (CMX 3600 or GVG) as the Vornelt window would save them.");
     app.add_option("INPUT", o.inputs, "The list(s) to convert")->required();
     app.add_option("--fps", o.fps, "Frame rate of the list")->required()->check(CLI::IsMember({"24", "25", "30"}));
     app.add_option("-o,--output", o.output,
                    "Output file (default: the suggested name beside INPUT), '-' for standard output; "
                    "with several INPUTs a folder");
-    app.add_flag("--mirror,!--no-mirror", o.mirror, "Mirror the list onto one rendered master movie [on]");
-    app.add_flag("--keys,!--no-keys", o.keys, "Keep the key track V2 [on]");
-    app.add_flag("--audio,!--no-audio", o.audio, "Keep the audio events [on]");
-    app.add_flag("--remove-freeze-frames,!--keep-freeze-frames", o.removeFreezeFrames, "Remove freeze frames [remove]");
-    app.add_flag("--remove-speed-changes,!--keep-speed-changes", o.removeSpeedChanges, "Remove speed changes [remove]");
-    app.add_flag("--wipes-to-dissolves,!--keep-wipes", o.wipesToDissolves, "Turn wipes into dissolves [on]");
-    app.add_flag("--keys-to-dissolves,!--keep-keys", o.keysToDissolves, "Turn keys into dissolves [off]");
-    app.add_flag("--comments,!--no-comments", o.comments, "Generate new comment lines [on]");
+    app.add_flag("--mirror,!--no-mirror", c.mirror, "Mirror the list onto one rendered master movie [on]");
+    app.add_flag("--keys,!--no-keys", c.keys, "Keep the key track V2 [on]");
+    app.add_flag("--audio,!--no-audio", c.audio, "Keep the audio events [on]");
+    app.add_flag("--remove-freeze-frames,!--keep-freeze-frames", c.removeFreezeFrames, "Remove freeze frames [remove]");
+    app.add_flag("--remove-speed-changes,!--keep-speed-changes", c.removeSpeedChanges, "Remove speed changes [remove]");
+    app.add_flag("--wipes-to-dissolves,!--keep-wipes", c.wipesToDissolves, "Turn wipes into dissolves [on]");
+    app.add_flag("--keys-to-dissolves,!--keep-keys", c.keysToDissolves, "Turn keys into dissolves [off]");
+    app.add_flag("--comments,!--no-comments", c.comments, "Generate new comment lines [on]");
     app.add_option("--wipe-names", o.wipeNames, "Wipe names in the comment lines [smpte]")
         ->check(CLI::IsMember({"fcp", "smpte"}));
-    app.add_option("--title", o.title, "Sequence title (folded to capitals)");
-    app.add_option("--movie", o.movie, "Name of the rendered movie for the comment lines");
-    app.add_option("--reel", o.reel, "Reel name of the mirror list: letters and digits, at most 8 (6 for GVG)");
+    app.add_option("--title", c.title, "Sequence title (folded to capitals)");
+    app.add_option("--movie", c.movie, "Name of the rendered movie for the comment lines");
+    app.add_option("--reel", c.reel, "Reel name of the mirror list: letters and digits, at most 8 (6 for GVG)");
+    app.add_option("-j,--jobs", o.jobs, "Lists converted at once [the number of cores]")->check(CLI::Range(1u, 256u));
+    app.add_flag("-q,--quiet", o.quiet, "No status line while several lists are converted");
     app.set_version_flag("--version", std::string("vornelt-convert ") + VORNELT_VERSION_STRING);
 }
 
+// Where one input goes.
 struct Target {
-    std::optional<FolderItem> file;  // none: standard output
+    std::string input;
+    std::optional<std::string> file;  // none: standard output
 };
 
-// Converts one list in a fresh run of the program; the exit status of this list.
-int ConvertOne(const Options& o, const std::string& input, const Target& target, std::ostream& out, std::ostream& err) {
-    ResetProgramState();
-    ConverterPlatform platform(out);
-    ScopedPlatform scope(platform);
-    platform.toStdout = !target.file;
+// Which file a path is, so that two names of one file are found out: the device and inode
+// of what stands there (links followed), or the absolute normal path of what does not.
+std::string FileIdentity(const std::string& path) {
+    struct stat st {};
+    if (::stat(path.c_str(), &st) == 0) return std::to_string(st.st_dev) + ":" + std::to_string(st.st_ino);
+    std::error_code ec;
+    const std::filesystem::path p = std::filesystem::weakly_canonical(std::filesystem::absolute(path, ec), ec);
+    return "path:" + p.string();
+}
 
-    // The user sets the options before the load; no handler runs.
-    MainWindowState& w = MainWindow();
-    w.Chb_Mirror.Value = o.mirror;
-    w.Chb_V2.Value = o.keys;
-    w.Chb_A1234.Value = o.audio;
-    w.Chb_RemoveFreezeFrame.Value = o.removeFreezeFrames;
-    w.Chb_RemoveSpeedChanges.Value = o.removeSpeedChanges;
-    w.Chb_TransToDissolve.Value = o.wipesToDissolves;
-    w.Chb_KeyToDissolve.Value = o.keysToDissolves;
-    w.Chb_ComntGenerateNew.Value = o.comments;
-    w.PopupTransition.ListIndex = o.wipeNames == "fcp" ? 0 : 1;
+bool IsRegularFile(const std::string& path) {
+    struct stat st {};
+    return ::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
+}
 
-    // The frame-rate question, then the open dialog.
-    Module1.frameRateTmp = std::stod(o.fps);
-    Module1.dropFrameTmp = false;
-    platform.openDialogAnswers.push_back(FolderItem(input));
-    Open_CMX();
-    if (!platform.messages.empty()) {
-        err << "vornelt-convert: " << input << ": " << ForTerminal(platform.messages.front()) << "\n";
-        return 1;
-    }
+// What converting one list came to, before anything of it is written.
+struct Outcome {
+    int status = 0;
+    std::string messages;  // for standard error, in order
+    std::string bytes;     // the list to save; empty when there is none
+    bool save = false;
+};
 
-    if (o.reel && Module1.IsGrassValley && Len(*o.reel) > 6) {
-        err << "vornelt-convert: " << input << ": --reel: a GVG list takes at most 6 characters\n";
-        return 2;
+// Reads and converts one list: the part that may run beside other lists.
+Outcome ConvertList(const Options& o, const Target& target) {
+    Outcome r;
+    const std::string& input = target.input;
+    std::string bytes;
+    if (const int error = ReadListFile(input, bytes); error != 0) {
+        r.messages = "vornelt-convert: " + input + ": " + WithCause(kCantRead, error) + "\n";
+        r.status = 1;
+        return r;
     }
+    ConvertResult result = Convert(bytes, o.convert, FolderItem(input).Name());
+    bytes = std::string();
+    if (!result.ok()) {
+        r.messages = "vornelt-convert: " + input + ": " + result.error + "\n";
+        r.status = result.status == ConvertStatus::BadOptions ? 2 : 1;
+        return r;
+    }
+    if (o.convert.reel && IsReservedReel(*o.convert.reel))
+        r.messages = "vornelt-convert: note: " + Uppercase(*o.convert.reel) +
+                     " is a reserved reel name; it is used as given\n";
+    r.bytes = std::move(result.bytes);
+    r.save = true;
+    return r;
+}
 
-    // The fields, in the order title, movie, reel.
-    if (o.title) {
-        MainWindow().EF_SeqTitle.SetText(SanitizeUtf8(*o.title));
-        EF_SeqTitle_LostFocus();
-    }
-    if (o.movie) {
-        MainWindow().EF_RenderedMovie.SetText(SanitizeUtf8(*o.movie));
-        EF_RenderedMovie_KeyDown("\r", keycode::kReturn);
-    }
-    if (o.reel) {
-        MainWindow().EF_ReelName.SetText(*o.reel);
-        if (IsReservedReel(*o.reel)) {
-            err << "vornelt-convert: note: " << Uppercase(*o.reel)
-                << " is a reserved reel name; it is used as given\n";
-            platform.messageDialogAnswers.push_back(DialogButton::Action);
+// Writes one converted list where it goes, with its messages; the exit status of the list.
+int SaveList(const Target& target, Outcome& r, std::ostream& out, std::ostream& err) {
+    err << r.messages;
+    if (!r.save) return r.status;
+    if (!target.file) {
+        out.write(r.bytes.data(), std::streamsize(r.bytes.size()));
+        out.flush();
+        if (!out) {
+            err << "vornelt-convert: -: " << kSaveError << "\n";
+            return 1;
         }
-        EF_ReelName_LostFocus();
+        return 0;
     }
-
-    // Saving through the save dialog.
-    const size_t shown = platform.messages.size();
-    platform.saveDialogAnswers.push_back(target.file ? *target.file : FolderItem("vornelt-stdout.edl"));
-    SaveAsDialog();
-    if (platform.messages.size() > shown || Module1.isModified) {
-        std::string text = platform.messages.size() > shown ? platform.messages[shown] : "the list was not saved";
-        err << "vornelt-convert: " << (target.file ? target.file->AbsolutePath() : std::string("-")) << ": "
-            << ForTerminal(text) << "\n";
+    if (const int error = SaveFileBytes(*target.file, r.bytes); error != 0) {
+        err << "vornelt-convert: " << *target.file << ": " << WithCause(kSaveError, error) << "\n";
         return 1;
     }
+    SetFileTypeAndCreator(*target.file, "TEXT", "VORN");
     return 0;
+}
+
+// The one line that tells how far a batch has come, rewritten in place on a terminal.
+class StatusLine {
+public:
+    StatusLine(bool shown, size_t total) : shown_(shown), total_(total), start_(std::chrono::steady_clock::now()) {}
+    void Show(size_t done, const std::string& current) {
+        if (!shown_) return;
+        const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+        char head[64];
+        std::snprintf(head, sizeof head, "\r\033[K%zu/%zu lists, %.1f s: ", done, total_, seconds);
+        std::fprintf(stderr, "%s%s", head, FolderItem(current).Name().c_str());
+        std::fflush(stderr);
+    }
+    void Clear() {
+        if (!shown_) return;
+        std::fputs("\r\033[K", stderr);
+        std::fflush(stderr);
+    }
+
+private:
+    bool shown_;
+    size_t total_;
+    std::chrono::steady_clock::time_point start_;
+};
+
+// Converts the lists on `jobs` threads and writes them, and their messages, in the order of
+// the inputs from this thread alone: the outputs and the exit status are those of one job.
+int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std::ostream& out, std::ostream& err,
+               StatusLine& status) {
+    const size_t n = targets.size();
+    std::vector<std::optional<Outcome>> outcomes(n);
+    std::mutex mutex;
+    std::condition_variable ready;  // an outcome is in, or a list may start
+    size_t next = 0;                // the next list a worker takes
+    size_t written = 0;             // lists written so far
+    // Workers run at most this far ahead of the writing, so that a long batch holds only a
+    // few converted lists at a time.
+    const size_t ahead = size_t(o.jobs) * 2;
+
+    auto work = [&] {
+        for (;;) {
+            size_t k;
+            {
+                std::unique_lock lock(mutex);
+                ready.wait(lock, [&] { return next >= n || next < written + ahead; });
+                if (next >= n) return;
+                k = next++;
+            }
+            Outcome r;
+            try {
+                r = ConvertList(o, *targets[k]);
+            } catch (const std::exception& e) {  // no memory for this list: the others go on
+                r = Outcome{1, "vornelt-convert: " + targets[k]->input + ": " + e.what() + "\n", {}, false};
+            }
+            {
+                std::lock_guard lock(mutex);
+                outcomes[k] = std::move(r);
+            }
+            ready.notify_all();
+        }
+    };
+    std::vector<std::thread> workers;
+    const unsigned jobs = unsigned(std::min<size_t>(o.jobs, n));
+    for (unsigned t = 0; t < jobs; ++t) workers.emplace_back(work);
+
+    int result = 0;
+    for (size_t k = 0; k < n; ++k) {
+        status.Show(k, targets[k]->input);
+        Outcome r;
+        {
+            std::unique_lock lock(mutex);
+            ready.wait(lock, [&] { return outcomes[k].has_value(); });
+            r = std::move(*outcomes[k]);
+            outcomes[k].reset();
+        }
+        if (!r.messages.empty()) status.Clear();
+        result = std::max(result, SaveList(*targets[k], r, out, err));
+        {
+            std::lock_guard lock(mutex);
+            written = k + 1;
+        }
+        ready.notify_all();
+    }
+    for (std::thread& w : workers) w.join();
+    status.Clear();
+    return result;
+}
+
+// An unknown option is named before what it leaves missing; a name that begins with "-"
+// is told how to get through.
+std::string ParseErrorText(const CLI::ParseError& e, const std::vector<std::string>& remaining) {
+    for (const std::string& arg : remaining) {
+        if (arg.size() < 2 || arg[0] != '-' || arg == "--") continue;
+        std::string text = "unknown option " + arg;
+        if (arg.find('.') != std::string::npos)
+            text += "; a list whose name begins with \"-\" goes after \"--\": vornelt-convert --fps 25 -- " + arg;
+        return text;
+    }
+    return e.what();
 }
 
 }  // namespace
@@ -189,50 +251,89 @@ int ConvertMain(int argc, const char* const* argv, std::ostream& out, std::ostre
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForHelp&) {
-        out << app.help();
+        out << app.help() << std::flush;
+        if (!out) {
+            err << "vornelt-convert: cannot write to standard output\n";
+            return 1;
+        }
         return 0;
     } catch (const CLI::CallForVersion&) {
-        out << "vornelt-convert " << VORNELT_VERSION_STRING << "\n";
-        return 0;
+        out << "vornelt-convert " << VORNELT_VERSION_STRING << "\n" << std::flush;
+        return out ? 0 : 1;
     } catch (const CLI::ParseError& e) {
-        err << "vornelt-convert: " << e.what() << "\n\n" << app.help();
+        err << "vornelt-convert: " << ParseErrorText(e, app.remaining()) << "\n\n" << app.help();
+        return 2;
+    }
+    o.convert.fps = std::stoi(o.fps);
+    o.convert.wipeNames = o.wipeNames == "fcp" ? WipeNames::FinalCutPro : WipeNames::Smpte;
+
+    // The options are checked before any input is read.
+    if (const std::string problem = CheckOptions(o.convert); !problem.empty()) {
+        err << "vornelt-convert: " << problem << "\n";
         return 2;
     }
 
-    // The reel is checked for its characters and its length before any input is read.
-    if (o.reel && (!IsPlainReelName(*o.reel) || o.reel->size() > 8)) {
-        err << "vornelt-convert: --reel: letters and digits only, at most 8 characters\n";
-        return 2;
-    }
-
-    const bool several = o.inputs.size() > 1;
+    // Where each list goes: -o names a file, standard output ("-"), or a folder (an existing
+    // one, or a name that ends in "/"); without -o, beside the input.
+    const bool toStdout = o.output && *o.output == "-";
     std::optional<FolderItem> folder;
-    bool toStdout = o.output && *o.output == "-";
     if (o.output && !toStdout) {
-        FolderItem given(*o.output);
+        const FolderItem given(*o.output);
         if (given.IsFolder()) {
             folder = given;
-        } else if (several) {
+        } else if (o.output->back() == '/') {
+            err << "vornelt-convert: -o: no such folder: " << *o.output << "\n";
+            return 1;
+        } else if (o.inputs.size() > 1) {
             err << "vornelt-convert: -o: with several inputs, -o names an existing folder\n";
             return 2;
         }
     }
-
-    int status = 0;
+    std::vector<Target> targets;
     for (const std::string& input : o.inputs) {
-        Target target;
+        Target target{input, std::nullopt};
         if (!toStdout) {
-            const FolderItem in(input);
-            if (o.output && !folder) {
-                target.file = FolderItem(*o.output);
-            } else {
-                std::optional<FolderItem> where = folder ? folder : in.Parent();
-                target.file = where->Child(SuggestedSaveName(in.Name()));
+            if (!o.output && !IsRegularFile(input) && FolderItem(input).Exists()) {
+                err << "vornelt-convert: " << input << ": not a regular file: name the output with -o\n";
+                return 2;
             }
+            const FolderItem in(input);
+            if (o.output && !folder)
+                target.file = FolderItem(*o.output).AbsolutePath();
+            else
+                target.file = (folder ? *folder : *in.Parent()).Child(SuggestedSaveName(in.Name())).AbsolutePath();
         }
-        status = std::max(status, ConvertOne(o, input, target, out, err));
+        targets.push_back(std::move(target));
     }
-    ResetProgramState();
+
+    // Before anything is written: no output may be another input of the run, nor the output
+    // of an earlier input.
+    std::vector<std::string> inputIds;
+    for (const Target& t : targets) inputIds.push_back(FileIdentity(t.input));
+    std::vector<std::pair<std::string, const Target*>> outputs;
+    std::vector<const Target*> accepted;
+    int status = 0;
+    for (size_t i = 0; i < targets.size(); ++i) {
+        const Target& t = targets[i];
+        if (t.file) {
+            const std::string id = FileIdentity(*t.file);
+            std::string clash;
+            for (size_t j = 0; j < targets.size() && clash.empty(); ++j)
+                if (j != i && inputIds[j] == id) clash = "it would overwrite the input " + targets[j].input;
+            for (const auto& [other, earlier] : outputs)
+                if (clash.empty() && other == id) clash = "it is the output of " + earlier->input + " too";
+            if (!clash.empty()) {
+                err << "vornelt-convert: " << t.input << ": not converted: its output " << *t.file << " " << clash
+                    << "\n";
+                status = 1;
+                continue;
+            }
+            outputs.emplace_back(id, &t);
+        }
+        accepted.push_back(&t);
+    }
+    StatusLine line(!o.quiet && accepted.size() > 1 && ::isatty(STDERR_FILENO), accepted.size());
+    status = std::max(status, ConvertAll(o, accepted, out, err, line));
     return status;
 }
 

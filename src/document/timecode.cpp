@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "document/text.hpp"
+#include "text/text.hpp"
 
 namespace vornelt {
 

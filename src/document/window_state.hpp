@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "document/text_column.hpp"
+#include "text/text_column.hpp"
 #include "platform/platform.hpp"
 
 namespace vornelt {
@@ -34,26 +34,23 @@ struct Label {
     std::string Text;
 };
 
-// A one-line entry field. Writing its text runs the field's change handling, with or
-// without a window: the text is folded to capitals and the caret stays where it was (the
-// movie field then regenerates the list).
+// A one-line entry field. Writing its text folds it to capitals with the caret kept where it
+// was, the first steps of every field's change handling; what else a change does (a new
+// list, for the movie field) is the window's business.
 class EntryField : public Control {
 public:
     enum class Kind { ReelName, SeqTitle, RenderedMovie };
     explicit EntryField(Kind kind) : kind_(kind) {}
 
     const std::string& Text() const noexcept { return text_; }
-    void SetText(std::string_view text);  // runs the change handling
+    void SetText(std::string_view text);  // folds to capitals, caret kept
 
     Kind FieldKind() const noexcept { return kind_; }
     int64_t SelStart = 0;  // the caret, in characters
     int LimitText = 0;     // the most characters the user may type; 0: no limit
 
 private:
-    friend void EF_ReelName_TextChange();
-    friend void EF_SeqTitle_TextChange();
-    friend void EF_RenderedMovie_TextChange();
-    void FoldToCapitals();  // the first three steps of every field's change handling
+    void FoldToCapitals();
 
     Kind kind_;
     std::string text_;
@@ -123,20 +120,15 @@ struct ProgressBarWindowState {
     Label ST_Detail{"Was ich genau mache und wie weit ich bin..."};
 };
 
-// The living main window's state; a new one with the first values when there is none.
-MainWindowState& MainWindow();
-// The main window is closed: the next use of MainWindow() makes a fresh one.
-void CloseMainWindow();
-bool MainWindowExists();
+// The progress window while it stands: its record, made fresh each time it opens.
+struct ProgressWindow {
+    ProgressBarWindowState state;
+    bool open = false;
 
-ProgressBarWindowState& ProgressBarWindow();
-void CloseProgressBarWindow();  // closes it on screen and forgets its state
-bool ProgressBarWindowExists();
-
-// The change handling of the three entry fields: capitals with the caret kept, and for the
-// movie field a new list.
-void EF_ReelName_TextChange();
-void EF_SeqTitle_TextChange();
-void EF_RenderedMovie_TextChange();
+    // The living window's record; a fresh one when none stands.
+    ProgressBarWindowState& Get();
+    // Closes it on screen and forgets its record.
+    void Close(Platform& platform);
+};
 
 }  // namespace vornelt

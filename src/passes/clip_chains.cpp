@@ -5,12 +5,11 @@
 #include <algorithm>
 #include <string>
 
-#include "document/module1.hpp"
-#include "document/text.hpp"
+#include "text/text.hpp"
+#include "vocabulary/vocabulary.hpp"
 #include "passes/passes.hpp"
 #include "passes/rows.hpp"
 #include "platform/platform.hpp"
-#include "writer/writer.hpp"
 
 namespace vornelt {
 
@@ -169,9 +168,7 @@ std::vector<int32_t> NumberClipChains(size_t rows, std::span<const int32_t> even
 
 }  // namespace passes_detail
 
-void CleanEDL_4() {
-    Document& m = Module1;
-    Platform& platform = GetPlatform();
+void CleanEDL_4(Document& m, Platform& platform) {
 
     m.cleanClipReelName.assign_empty(m.copyReelNames.size());
     const size_t rows =
@@ -186,7 +183,7 @@ void CleanEDL_4() {
     for (size_t i = 0; i < chain.size(); ++i) {
         if (const int32_t c = chain[i]; c != 0) {
             if (!formatted[size_t(c)]) {
-                names[size_t(c)] = FormatReelNames("RL" + Format(c, "0000"));
+                names[size_t(c)] = FormatReelNames("RL" + Format(c, "0000"), m.IsGrassValley);
                 formatted[size_t(c)] = true;
             }
             m.cleanClipReelName.set(i, names[size_t(c)]);

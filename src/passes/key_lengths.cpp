@@ -1,7 +1,6 @@
 // CheckBSpurClipLenghts: the key line of a Final Cut Pro key event comes with Src-IN equal
 // to Src-OUT and Rec-IN equal to Rec-OUT; it takes the length of the line before it.
-#include "document/module1.hpp"
-#include "document/text.hpp"
+#include "text/text.hpp"
 #include "document/timecode.hpp"
 #include "passes/passes.hpp"
 #include "passes/rows.hpp"
@@ -16,9 +15,7 @@ int32_t AddFrames(int32_t a, int32_t b) { return int32_t(uint32_t(a) + uint32_t(
 
 }  // namespace
 
-void CheckBSpurClipLenghts() {
-    Document& m = Module1;
-    Platform& platform = GetPlatform();
+void CheckBSpurClipLenghts(Document& m, Platform& platform) {
 
     const size_t rows = passes_detail::RowsWithin(
         m.maxZeilen,

@@ -1,6 +1,5 @@
 // CheckForM2: the speed of every motion line, one entry per line of the file.
-#include "document/module1.hpp"
-#include "document/text.hpp"
+#include "text/text.hpp"
 #include "passes/passes.hpp"
 #include "platform/platform.hpp"
 
@@ -27,9 +26,7 @@ std::string_view PegSpeed(std::string_view line) {
 
 }  // namespace
 
-void CheckForM2() {
-    Document& m = Module1;
-    Platform& platform = GetPlatform();
+void CheckForM2(Document& m, Platform& platform) {
 
     // readOrigM2 is never emptied: the values of a second list stand behind the first's.
     m.readOrigM2Str.clear();

@@ -1,11 +1,9 @@
 // The switches: each carries one option into the working copy, deciding from the read
 // tables only, so that turning an option off gives back what was read.
-#include "document/module1.hpp"
-#include "document/text.hpp"
+#include "text/text.hpp"
 #include "passes/passes.hpp"
 #include "passes/rows.hpp"
 #include "platform/platform.hpp"
-#include "writer/writer.hpp"
 
 namespace vornelt {
 
@@ -36,9 +34,7 @@ Tracks TracksOf(std::string_view mode) {
 
 }  // namespace
 
-void AllAudioOnOff() {
-    Document& m = Module1;
-    Platform& platform = GetPlatform();
+void AllAudioOnOff(Document& m, Platform& platform) {
     const size_t rows = passes_detail::RowsWithin(
         m.maxZeilen, {m.readOrigMode.size(), m.copyMode.size(), m.displayThisAudioEventLine.size()});
 
@@ -64,9 +60,7 @@ void AllAudioOnOff() {
     }
 }
 
-void AllKeysOnOff() {
-    Document& m = Module1;
-    Platform& platform = GetPlatform();
+void AllKeysOnOff(Document& m, Platform& platform) {
     const size_t rows = passes_detail::RowsWithin(
         m.maxZeilen, {m.readOrigTrans.size(), m.copyTrans.size(), m.displayThisKeyEventLine.size()});
 
@@ -89,9 +83,7 @@ namespace {
 // Rows whose read transition `isEffect` names become dissolves while `toDissolve` holds, and
 // get their read text back otherwise.
 template <typename IsEffect>
-void EffectsToDissolve(bool toDissolve, IsEffect isEffect) {
-    Document& m = Module1;
-    Platform& platform = GetPlatform();
+void EffectsToDissolve(Document& m, Platform& platform, bool toDissolve, IsEffect isEffect) {
     const size_t rows = passes_detail::RowsWithin(m.maxZeilen, {m.readOrigTrans.size(), m.copyTrans.size()});
 
     for (size_t i = 0; i < rows; ++i) {
@@ -103,21 +95,13 @@ void EffectsToDissolve(bool toDissolve, IsEffect isEffect) {
 
 }  // namespace
 
-void AllKeysToDissolve() {
-    EffectsToDissolve(Module1.boolKeyToDissolve, [](std::string_view trans) { return StartsWithCI(trans, "K"); });
+void AllKeysToDissolve(Document& m, Platform& platform) {
+    EffectsToDissolve(m, platform, m.boolKeyToDissolve, [](std::string_view trans) { return StartsWithCI(trans, "K"); });
 }
 
-void AllWipesToDissolve() {
+void AllWipesToDissolve(Document& m, Platform& platform) {
     // A "W" anywhere in the field marks a wipe: "SW" too.
-    EffectsToDissolve(Module1.boolTransToDissolve, [](std::string_view trans) { return Contains(trans, "W"); });
-}
-
-void PrepareToDisplay() {
-    AllAudioOnOff();
-    AllKeysOnOff();
-    AllKeysToDissolve();
-    AllWipesToDissolve();
-    NewEDL_02();
+    EffectsToDissolve(m, platform, m.boolTransToDissolve, [](std::string_view trans) { return Contains(trans, "W"); });
 }
 
 }  // namespace vornelt

@@ -1,7 +1,6 @@
 // CopyArrays: the working copy, one row per line of the file, from the read tables.
 #include <algorithm>
 
-#include "document/module1.hpp"
 #include "passes/passes.hpp"
 #include "platform/platform.hpp"
 
@@ -18,9 +17,7 @@ void ShareDocument(TextColumn& copy, const SharedText& document) {
 
 }  // namespace
 
-void CopyArrays() {
-    Document& m = Module1;
-    Platform& platform = GetPlatform();
+void CopyArrays(Document& m, Platform& platform) {
 
     m.copyCompletLine.clear();
     m.copyRecOutTC.clear();

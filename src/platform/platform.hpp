@@ -1,8 +1,8 @@
 #pragma once
 // The small layer that stands in for the window system: dialogs, message boxes, the file
-// system, the event loop and the window-modified mark. The logic calls only this; the
-// desktop application installs a Qt implementation, the tests and the converter a
-// headless one (platform/headless.hpp).
+// system, the event loop and the window-modified mark. The logic calls only this, through
+// the platform it is handed: the desktop application's is made of Qt, the conversion
+// library's (QuietPlatform) shows nothing, and the tests' records what was shown.
 
 #include <cstdint>
 #include <memory>
@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/files.hpp"
 #include "platform/folder_item.hpp"
 
 namespace vornelt {
@@ -20,20 +21,20 @@ enum class MouseCursor { StandardPointer, Wait, FingerPointer };
 // The answer of a message dialog: the button taken, or None when it was closed otherwise.
 enum class DialogButton { Action, Alternate, Cancel, None };
 
-struct OpenDialogSpec {
+struct OpenDialogRequest {
     std::string Title;
     std::string PromptText;
     std::string Filter;  // the name of a file type: "text/plain" or "movie"
 };
 
-struct SaveDialogSpec {
+struct SaveDialogRequest {
     std::string Title;
     std::string PromptText;
     std::string SuggestedFileName;
     FolderItemRef InitialDirectory;
 };
 
-struct MessageDialogSpec {
+struct MessageDialogRequest {
     int Icon = 0;  // 1: caution
     std::string ActionCaption = "OK";
     bool AlternateVisible = false;
@@ -44,23 +45,10 @@ struct MessageDialogSpec {
     std::string Explanation;
 };
 
-// Raised by the file operations below; the save routines catch it.
-struct IOError : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
 // What the runtime raises when a routine uses a nil reference: a file that could not be
 // created, for one. The save routines catch it.
 struct NilObjectError : std::runtime_error {
     NilObjectError() : std::runtime_error("nil object") {}
-};
-
-// A text file being written. The target is replaced only by Close: until then the bytes
-// go to a file beside it, so a save that fails half-way leaves the earlier file whole.
-class TextOutputStream {
-public:
-    virtual ~TextOutputStream() = default;
-    virtual void Write(std::string_view bytes) = 0;  // IOError on failure
-    virtual void Close() = 0;                        // IOError on failure
 };
 
 class Platform {
@@ -68,10 +56,10 @@ public:
     virtual ~Platform() = default;
 
     // ---- dialogs; each blocks until answered ----
-    virtual FolderItemRef ShowOpenDialog(const OpenDialogSpec& dialog) = 0;  // none: cancelled
-    virtual FolderItemRef ShowSaveDialog(const SaveDialogSpec& dialog) = 0;  // none: cancelled
+    virtual FolderItemRef ShowOpenDialog(const OpenDialogRequest& dialog) = 0;  // none: cancelled
+    virtual FolderItemRef ShowSaveDialog(const SaveDialogRequest& dialog) = 0;  // none: cancelled
     virtual void MsgBox(std::string_view text) = 0;
-    virtual DialogButton ShowMessageDialog(const MessageDialogSpec& dialog) = 0;
+    virtual DialogButton ShowMessageDialog(const MessageDialogRequest& dialog) = 0;
     virtual void Beep() = 0;
 
     // ---- the main window and the event loop ----
@@ -87,9 +75,10 @@ public:
     virtual void CloseProgressWindow() = 0;
 
     // ---- files ----
-    // The whole file, or none when it cannot be opened or read.
+    // The whole file, or none when it cannot be opened or read (or passes the cap).
     virtual std::optional<std::string> ReadWholeFile(const FolderItem& file);
-    // Creates the file, replacing one that stands there; none when that fails.
+    // Creates the file, replacing one that stands there (see platform/files.hpp); none when
+    // that fails.
     virtual std::unique_ptr<TextOutputStream> CreateTextFile(const FolderItem& file);
     // File type and creator (on macOS the Finder information; elsewhere files have none,
     // and this does nothing).
@@ -101,12 +90,22 @@ public:
     virtual FolderItem ExecutableFile();
 };
 
-// The platform in use. Until one is installed, a headless platform that answers every dialog
-// with a cancel and shows nothing.
-Platform& GetPlatform();
-void SetPlatform(Platform* platform);  // nullptr: back to the default
-
-// The largest file a load reads (larger ones cannot be read).
-inline constexpr uint64_t kMaxListFileBytes = uint64_t(1) << 30;
+// A platform that shows nothing and answers every dialog with a cancel: for work without a
+// window, such as the conversion library.
+class QuietPlatform final : public Platform {
+public:
+    FolderItemRef ShowOpenDialog(const OpenDialogRequest&) override { return std::nullopt; }
+    FolderItemRef ShowSaveDialog(const SaveDialogRequest&) override { return std::nullopt; }
+    void MsgBox(std::string_view) override {}
+    DialogButton ShowMessageDialog(const MessageDialogRequest&) override { return DialogButton::None; }
+    void Beep() override {}
+    int SetWindowModified(bool) override { return 0; }
+    void Yield() override {}
+    void Redraw(std::string_view) override {}
+    void ShowProgressWindow() override {}
+    void CloseProgressWindow() override {}
+    void Launch(const FolderItem&) override {}
+    void ShowURL(std::string_view) override {}
+};
 
 }  // namespace vornelt

@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "document/module1.hpp"
-#include "document/text.hpp"
+#include "document/document.hpp"
+#include "text/text.hpp"
 #include "document/timecode.hpp"
 #include "document/window_state.hpp"
 #include "platform/platform.hpp"
@@ -124,16 +124,24 @@ int32_t FrameAt(double rate, std::string_view tc) {
     return -1;
 }
 
-void ShowProgress(int32_t i, int32_t maxZeilen) {
+// What a read touches besides the document.
+struct ReadContext {
+    MainWindowState& window;
+    ProgressWindow& progress;
+    Platform& platform;
+};
+
+void ShowProgress(ReadContext& c, int32_t i, int32_t maxZeilen) {
     if (i % 100 != 0 && maxZeilen - i >= 10) return;
-    ProgressBarWindowState& p = ProgressBarWindow();
+    ProgressBarWindowState& p = c.progress.Get();
     p.ProgressBar1.Value = i;
     p.ST_Detail.Text = "Read Line: " + std::to_string(int64_t(i) + 1);
-    GetPlatform().Redraw("ST_Detail");
-    GetPlatform().Redraw("ProgressBar1");
+    c.platform.Redraw("ST_Detail");
+    c.platform.Redraw("ProgressBar1");
 }
 
-void ReadRows(Document& m, Platform& platform) {
+void ReadRows(Document& m, ReadContext& c) {
+    Platform& platform = c.platform;
     const size_t rows = size_t(m.maxZeilen) + 1;
     for (TextColumn* t : {&m.readOrigRecOutTC, &m.readOrigRecInTC, &m.readOrigSourceOutTC, &m.readOrigSourceInTC,
                           &m.readOrigEventNumberStr, &m.readOrigReelNames, &m.readOrigMode, &m.readOrigTrans,
@@ -173,7 +181,7 @@ void ReadRows(Document& m, Platform& platform) {
                                            ? int32_t(uint32_t(recOut) - uint32_t(recIn))
                                            : -1);
 
-        ShowProgress(i, m.maxZeilen);
+        ShowProgress(c, i, m.maxZeilen);
         platform.Yield();
     }
 }
@@ -196,7 +204,8 @@ void FindExtent(Document& m, Platform& platform) {
     }
 }
 
-void ReadHeader(Document& m, Platform& platform) {
+void ReadHeader(Document& m, ReadContext& c) {
+    Platform& platform = c.platform;
     if (!m.IsGrassValley) {
         // The first line with the keyword wins, wherever it stands.
         bool found = false;
@@ -254,7 +263,7 @@ void ReadHeader(Document& m, Platform& platform) {
     if (!m.IsGrassValley) {
         // This scan settles the frame mode for good, whatever the FCM line said: a CMX list
         // is read and shown as non-drop. It stands after the FCM scan on purpose.
-        MainWindowState& w = MainWindow();
+        MainWindowState& w = c.window;
         for (int32_t i = 0; i <= m.maxZeilen; ++i) {
             m.dropFrame = false;
             m.ZeileZwei = "FCM: NON-DROP FRAME";
@@ -265,8 +274,9 @@ void ReadHeader(Document& m, Platform& platform) {
     }
 }
 
-void OpenMainWindowControls(Document& m, Platform& platform) {
-    MainWindowState& w = MainWindow();
+void OpenMainWindowControls(Document& m, ReadContext& c) {
+    MainWindowState& w = c.window;
+    Platform& platform = c.platform;
     w.EF_ReelName.Enabled = true;
     w.EF_SeqTitle.Enabled = true;
     // The field's change handling puts the offered title into capitals; newSeqTitle keeps
@@ -290,9 +300,8 @@ void OpenMainWindowControls(Document& m, Platform& platform) {
 
 }  // namespace
 
-void ParseCMX3600() {
-    Document& m = Module1;
-    Platform& platform = GetPlatform();
+void ParseCMX3600(Document& m, MainWindowState& window, ProgressWindow& progressWindow, Platform& platform) {
+    ReadContext c{window, progressWindow, platform};
 
     m.TimeLineStartTC.clear();
     m.TimeLineEndTC.clear();
@@ -303,7 +312,7 @@ void ParseCMX3600() {
 
     // The bar's maximum is taken before the lines are counted, so it is what the reset left
     // (0) for the whole read.
-    ProgressBarWindowState& progress = ProgressBarWindow();
+    ProgressBarWindowState& progress = progressWindow.Get();
     progress.Title = "Parse EDL";
     progress.ST_Headline.Text = "Parse EDL";
     progress.ST_Detail.Text = "One Moment Please...";
@@ -339,14 +348,14 @@ void ParseCMX3600() {
     }
     m.maxZeilen = int32_t(m.readOrigCompleteLine.size() - 1);
 
-    ReadRows(m, platform);
+    ReadRows(m, c);
     FindExtent(m, platform);
-    ReadHeader(m, platform);
+    ReadHeader(m, c);
 
     m.edlFormat = m.IsGrassValley ? "GVG (Grass Valley)" : "CMX";
-    MainWindow().ST_EdlFormat.Text = m.edlFormat;
-    OpenMainWindowControls(m, platform);
-    CloseProgressBarWindow();
+    window.ST_EdlFormat.Text = m.edlFormat;
+    OpenMainWindowControls(m, c);
+    progressWindow.Close(platform);
 }
 
 }  // namespace vornelt

@@ -1,42 +1,26 @@
 // The application object: the start, the menu commands, the manual, and the two windows that
 // show the program's name and version.
-#include "document/module1.hpp"
-#include "document/text.hpp"
-#include "platform/platform.hpp"
-#include "ui/calls.hpp"
+#include "text/text.hpp"
 #include "ui/handlers.hpp"
-#include "ui/windows.hpp"
+#include "ui/render.hpp"
 
 namespace vornelt {
 
+using namespace ui_detail;
+
 namespace {
 
-uint64_t g_nextInstance = 1;
-
+// The living record of a small window; a fresh one, with its open event run, when none
+// stands.
 template <typename Record>
-struct WindowSlot {
-    Record record;
-    bool open = false;
-
-    Record& Get(void (*eventOpen)()) {
-        if (!open) {
-            record = Record();
-            record.Instance = g_nextInstance++;
-            open = true;
-            eventOpen();
-        }
-        return record;
+Record& Living(Desktop& d, WindowSlot<Record>& slot, void (*eventOpen)(Desktop&)) {
+    if (!slot.open) {
+        slot.record = Record();
+        slot.record.Instance = d.nextInstance++;
+        slot.open = true;
+        eventOpen(d);
     }
-};
-
-WindowSlot<StartUpWindowState>& StartUpSlot() {
-    static WindowSlot<StartUpWindowState> slot;
-    return slot;
-}
-
-WindowSlot<AboutWindow2State>& AboutSlot() {
-    static WindowSlot<AboutWindow2State> slot;
-    return slot;
+    return slot.record;
 }
 
 }  // namespace
@@ -57,95 +41,95 @@ bool FileTypeAccepts(const FileType& type, std::string_view fileName) {
 
 // ---- the start ----
 
-void App_Event_Open() {
-    StartUpWindow();
-    Module1.isModified = false;
+void App_Event_Open(Desktop& d) {
+    StartUpWindow(d);
+    Doc(d).isModified = false;
 }
 
-StartUpWindowState& StartUpWindow() { return StartUpSlot().Get(&StartUpWindow_Event_Open); }
-bool StartUpWindowExists() { return StartUpSlot().open; }
-void CloseStartUpWindow() { StartUpSlot().open = false; }
+StartUpWindowState& StartUpWindow(Desktop& d) { return Living(d, d.startUp, &StartUpWindow_Event_Open); }
+bool StartUpWindowExists(const Desktop& d) { return d.startUp.open; }
+void CloseStartUpWindow(Desktop& d) { d.startUp.open = false; }
 
-void StartUpWindow_Event_Open() {
-    StartUpWindowState& w = StartUpSlot().record;
+void StartUpWindow_Event_Open(Desktop& d) {
+    StartUpWindowState& w = d.startUp.record;
     w.ST_Version.Text = VersionText();
     ++w.Timer1.Resets;
     w.Timer1.mode = TimerState::Mode::Single;
     w.Timer1.Period = 3000;
 }
 
-void StartUpWindow_Timer1_Action() {
-    CloseStartUpWindow();
-    MainWindow();
+void StartUpWindow_Timer1_Action(Desktop& d) {
+    CloseStartUpWindow(d);
+    Window(d);
 }
 
 // ---- the about window ----
 
-AboutWindow2State& AboutWindow2() { return AboutSlot().Get(&AboutWindow2_Event_Open); }
-bool AboutWindow2Exists() { return AboutSlot().open; }
-void CloseAboutWindow2() { AboutSlot().open = false; }
+AboutWindow2State& AboutWindow2(Desktop& d) { return Living(d, d.about, &AboutWindow2_Event_Open); }
+bool AboutWindow2Exists(const Desktop& d) { return d.about.open; }
+void CloseAboutWindow2(Desktop& d) { d.about.open = false; }
 
-void AboutWindow2_Event_Open() { AboutSlot().record.ST_Version.Text = VersionText(); }
+void AboutWindow2_Event_Open(Desktop& d) { d.about.record.ST_Version.Text = VersionText(); }
 
-bool AboutWindow2_Event_MouseDown() {
+bool AboutWindow2_Event_MouseDown(Desktop& d) {
     // A click anywhere but on the link closes the window.
-    CloseAboutWindow2();
+    CloseAboutWindow2(d);
     return false;
 }
 
-bool ST_www_MouseDown() {
+bool ST_www_MouseDown(Desktop&) {
     // Claimed, so that the mouse-up comes to the label.
     return true;
 }
 
-void ST_www_MouseEnter() { AboutSlot().record.Cursor = MouseCursor::FingerPointer; }
+void ST_www_MouseEnter(Desktop& d) { d.about.record.Cursor = MouseCursor::FingerPointer; }
 
-void ST_www_MouseExit() { AboutSlot().record.Cursor = MouseCursor::StandardPointer; }
+void ST_www_MouseExit(Desktop& d) { d.about.record.Cursor = MouseCursor::StandardPointer; }
 
-void ST_www_MouseUp() {
+void ST_www_MouseUp(Desktop& d) {
     // Wherever the pointer is by now.
-    GetPlatform().ShowURL(kWebSiteURL);
-    CloseAboutWindow2();
+    Plat(d).ShowURL(kWebSiteURL);
+    CloseAboutWindow2(d);
 }
 
 // ---- the menu commands ----
 
-bool App_FileSave_Action() {
-    if (!Module1.mySavedAbsDateiName.empty())
-        Calls().SaveOhneDialog();
+bool App_FileSave_Action(Desktop& d) {
+    if (!Doc(d).mySavedAbsDateiName.empty())
+        SaveOhneDialog(d);
     else
-        Calls().SaveAsDialog();
+        SaveAsDialog(d);
     return false;
 }
 
-bool App_FileSaveAs_Action() {
-    Calls().SaveAsDialog();
+bool App_FileSaveAs_Action(Desktop& d) {
+    SaveAsDialog(d);
     return false;
 }
 
-bool App_FileSelectMovie_Action() {
-    SelectMovie();
+bool App_FileSelectMovie_Action(Desktop& d) {
+    SelectMovie(d);
     return false;
 }
 
-bool App_HelpHelp_Action() {
-    OpenPDFHelp();
+bool App_HelpHelp_Action(Desktop& d) {
+    OpenPDFHelp(d);
     return false;
 }
 
-bool App_About_Action() {
-    AboutWindow2();
+bool App_About_Action(Desktop& d) {
+    AboutWindow2(d);
     return false;
 }
 
-void OpenPDFHelp() {
+void OpenPDFHelp(Desktop& d) {
     // Two levels above the program: the bundle's Contents, or the top of the build or
     // installed tree. Whether the manual is there is the viewer's business.
-    FolderItem program = GetPlatform().ExecutableFile();
+    FolderItem program = Plat(d).ExecutableFile();
     FolderItemRef folder = program.Parent();
     if (folder) folder = folder->Parent();
     if (!folder) return;
-    GetPlatform().Launch(folder->Child("Resources").Child("Manual.pdf"));
+    Plat(d).Launch(folder->Child("Resources").Child("Manual.pdf"));
 }
 
 }  // namespace vornelt

@@ -4,14 +4,14 @@
 // reel names and the choice of a movie.
 #include <array>
 
-#include "document/module1.hpp"
-#include "document/text.hpp"
-#include "document/window_state.hpp"
-#include "platform/platform.hpp"
-#include "ui/calls.hpp"
+#include "text/text.hpp"
 #include "ui/handlers.hpp"
+#include "ui/render.hpp"
+#include "vocabulary/vocabulary.hpp"
 
 namespace vornelt {
+
+using namespace ui_detail;
 
 namespace {
 
@@ -29,26 +29,34 @@ constexpr std::array<int, 7> kEditingKeys = {keycode::kLeftArrow, keycode::kRigh
                                              keycode::kTab};
 
 // The movie name typed in the field replaces one chosen through the dialog, path and all.
-void TakeMovieNameFromField() {
-    Document& m = Module1;
-    m.myAbsMovieName = MainWindow().EF_RenderedMovie.Text();
+void TakeMovieNameFromField(Desktop& d) {
+    Document& m = Doc(d);
+    m.myAbsMovieName = Window(d).EF_RenderedMovie.Text();
     m.myAbsMoviePfad.clear();
     m.myAbsMovieFolderItem.reset();
 }
 
-// The reels that a list keeps for black and the auxiliary source.
-bool IsReservedReelName(std::string_view name) {
-    for (std::string_view reel : {"AX", "BL", "AUX", "BLACK"})
-        if (EqualsCI(name, reel)) return true;
-    return false;
-}
-
 }  // namespace
 
-bool EF_ReelName_KeyDown(std::string_view key, int virtualKeyCode) {
-    MainWindowState& w = MainWindow();
+void EF_ReelName_TextChange(Desktop&) {}
+
+void EF_SeqTitle_TextChange(Desktop&) {}
+
+void EF_RenderedMovie_TextChange(Desktop& d) { NewList(d); }
+
+void SetFieldText(Desktop& d, EntryField& field, std::string_view text) {
+    field.SetText(text);
+    switch (field.FieldKind()) {
+        case EntryField::Kind::ReelName: EF_ReelName_TextChange(d); break;
+        case EntryField::Kind::SeqTitle: EF_SeqTitle_TextChange(d); break;
+        case EntryField::Kind::RenderedMovie: EF_RenderedMovie_TextChange(d); break;
+    }
+}
+
+bool EF_ReelName_KeyDown(Desktop& d, std::string_view key, int virtualKeyCode) {
+    MainWindowState& w = Window(d);
     // A GVG list has room for six characters in its reel field, CMX for eight.
-    w.EF_ReelName.LimitText = Module1.IsGrassValley ? 6 : 8;
+    w.EF_ReelName.LimitText = Doc(d).IsGrassValley ? 6 : 8;
     if (IsDigitOrLetter(key)) return false;
     for (int code : kEditingKeys)
         if (virtualKeyCode == code) return false;
@@ -61,69 +69,70 @@ bool EF_ReelName_KeyDown(std::string_view key, int virtualKeyCode) {
     return true;
 }
 
-void EF_ReelName_LostFocus() {
-    MainWindowState& w = MainWindow();
-    if (CheckLegalReelName(w.EF_ReelName.Text()))
-        Calls().NewEDL_02();
+void EF_ReelName_LostFocus(Desktop& d) {
+    MainWindowState& w = Window(d);
+    if (CheckLegalReelName(d, w.EF_ReelName.Text()))
+        NewList(d);
     else
         // The list keeps its old reel name until the next change.
-        w.EF_ReelName.SetText("NEW");
+        SetFieldText(d, w.EF_ReelName, "NEW");
 }
 
-bool EF_SeqTitle_KeyDown(std::string_view, int virtualKeyCode) {
+bool EF_SeqTitle_KeyDown(Desktop& d, std::string_view, int virtualKeyCode) {
     if (!IsReturnOrEnter(virtualKeyCode)) return false;
-    Calls().NewEDL_02();
+    NewList(d);
     return false;
 }
 
-void EF_SeqTitle_LostFocus() { Calls().NewEDL_02(); }
+void EF_SeqTitle_LostFocus(Desktop& d) { NewList(d); }
 
-bool EF_RenderedMovie_KeyDown(std::string_view, int virtualKeyCode) {
+bool EF_RenderedMovie_KeyDown(Desktop& d, std::string_view, int virtualKeyCode) {
     if (!IsReturnOrEnter(virtualKeyCode)) return false;
-    TakeMovieNameFromField();
-    Calls().NewEDL_02();
+    TakeMovieNameFromField(d);
+    NewList(d);
     return false;
 }
 
-void EF_RenderedMovie_LostFocus() {
-    TakeMovieNameFromField();
-    Calls().NewEDL_02();
+void EF_RenderedMovie_LostFocus(Desktop& d) {
+    TakeMovieNameFromField(d);
+    NewList(d);
 }
 
-bool CheckLegalReelName(std::string_view name) {
+bool CheckLegalReelName(Desktop& desktop, std::string_view name) {
     const std::string trimmed(Trim(name));
-    MessageDialogSpec d;
+    MessageDialogRequest d;
     d.Icon = 1;
     d.ActionCaption = "Use " + trimmed;
     d.AlternateVisible = true;
     d.AlternateCaption = "Choose an other Reel-Name";
     d.Message = "Name Conflict! Choose an other Reel-Name.";
     d.Explanation = trimmed + " is a reserved Reel-Name!\r\rOther reserved Reel-Names are: 'AX', 'BL', 'AUX' and 'BLACK'";
-    if (!IsReservedReelName(trimmed)) {
+    if (!IsReservedReel(trimmed)) {
         // The caller generates once more; the second run changes nothing.
-        Calls().NewEDL_02();
+        NewList(desktop);
         return true;
     }
-    return GetPlatform().ShowMessageDialog(d) == DialogButton::Action;
+    return Plat(desktop).ShowMessageDialog(d) == DialogButton::Action;
 }
 
-void SelectMovie() {
-    Document& m = Module1;
-    FolderItemRef file = GetPlatform().ShowOpenDialog({"Select Movie", "Select the rendered QuickTime Movie", "movie"});
+void SelectMovie(Desktop& d) {
+    Document& m = Doc(d);
+    MainWindowState& w = Window(d);
+    FolderItemRef file = Plat(d).ShowOpenDialog({"Select Movie", "Select the rendered QuickTime Movie", "movie"});
     if (file) {
-        MainWindow().Cursor = MouseCursor::Wait;
+        w.Cursor = MouseCursor::Wait;
         m.myAbsMoviePfad = file->AbsolutePath();
         m.myAbsMovieFolderItem = file->Parent();
         m.myAbsMovieName = file->Name();
         // The field's change handling folds it to capitals and generates the list.
-        MainWindow().EF_RenderedMovie.SetText(m.myAbsMovieName);
-        MainWindow().Cursor = MouseCursor::StandardPointer;
+        SetFieldText(d, w.EF_RenderedMovie, m.myAbsMovieName);
+        w.Cursor = MouseCursor::StandardPointer;
     } else {
         // A name chosen earlier is given up; its path and folder stay.
         m.myAbsMovieName = "MASTER.MOV";
-        MainWindow().EF_RenderedMovie.SetText(m.myAbsMovieName);
+        SetFieldText(d, w.EF_RenderedMovie, m.myAbsMovieName);
     }
-    MainWindow().Cursor = MouseCursor::StandardPointer;
+    w.Cursor = MouseCursor::StandardPointer;
 }
 
 }  // namespace vornelt

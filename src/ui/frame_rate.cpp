@@ -1,43 +1,28 @@
 // The frame-rate question before every load. The list does not say its rate, so the user
 // names it; the window always opens on the PAL row.
-#include "document/module1.hpp"
-#include "ui/calls.hpp"
-#include "ui/windows.hpp"
+#include "ui/handlers.hpp"
+#include "session/load.hpp"
+#include "ui/render.hpp"
 
 namespace vornelt {
 
+using namespace ui_detail;
+
 namespace {
 
-uint64_t g_nextInstance = 1;
-
-struct FrameRateSlot {
-    FrameRateWindowState record;
-    bool open = false;
-};
-
-FrameRateSlot& OpenSlot() {
-    static FrameRateSlot slot;
-    return slot;
-}
-
-FrameRateSlot& DropedSlot() {
-    static FrameRateSlot slot;
-    return slot;
-}
-
-FrameRateWindowState& Make(FrameRateSlot& slot, const char* title, void (*eventOpen)()) {
+FrameRateWindowState& Make(Desktop& d, WindowSlot<FrameRateWindowState>& slot, const char* title,
+                           void (*eventOpen)(Desktop&)) {
     if (!slot.open) {
         slot.record = FrameRateWindowState();
         slot.record.Title = title;
-        slot.record.Instance = g_nextInstance++;
+        slot.record.Instance = d.nextInstance++;
         slot.open = true;
-        eventOpen();
+        eventOpen(d);
     }
     return slot.record;
 }
 
-void EventOpen(FrameRateWindowState& w) {
-    Document& m = Module1;
+void EventOpen(Document& m, FrameRateWindowState& w) {
     m.prefDefaultFrameRate = 25.0;
     // Only the PAL row is ever taken; the row follows the preference should it hold another.
     if (m.prefDefaultFrameRate == 30.0) {
@@ -55,8 +40,7 @@ void EventOpen(FrameRateWindowState& w) {
     }
 }
 
-void PopupChange(const FrameRateWindowState& w) {
-    Document& m = Module1;
+void PopupChange(Document& m, const FrameRateWindowState& w) {
     switch (w.PopupMenu1.ListIndex) {
         case 0:
             m.frameRateTmp = 30.0;
@@ -77,27 +61,29 @@ void PopupChange(const FrameRateWindowState& w) {
 
 }  // namespace
 
-FrameRateWindowState& FrameRateWindow() { return Make(OpenSlot(), "Select Frame-Rate", &FrameRateWindow_Event_Open); }
-bool FrameRateWindowExists() { return OpenSlot().open; }
-void CloseFrameRateWindow() { OpenSlot().open = false; }
-void FrameRateWindow_Event_Open() { EventOpen(OpenSlot().record); }
-void FrameRateWindow_PopupMenu1_Change() { PopupChange(OpenSlot().record); }
-void FrameRateWindow_PushButton1_Action() {
-    CloseFrameRateWindow();
+FrameRateWindowState& FrameRateWindow(Desktop& d) {
+    return Make(d, d.frameRate, "Select Frame-Rate", &FrameRateWindow_Event_Open);
+}
+bool FrameRateWindowExists(const Desktop& d) { return d.frameRate.open; }
+void CloseFrameRateWindow(Desktop& d) { d.frameRate.open = false; }
+void FrameRateWindow_Event_Open(Desktop& d) { EventOpen(Doc(d), d.frameRate.record); }
+void FrameRateWindow_PopupMenu1_Change(Desktop& d) { PopupChange(Doc(d), d.frameRate.record); }
+void FrameRateWindow_PushButton1_Action(Desktop& d) {
+    CloseFrameRateWindow(d);
     // The open dialog comes next: the rate is named before the file is picked.
-    Calls().Open_CMX();
+    Open_CMX(d.session);
 }
 
-FrameRateWindowState& FrameRateWindowIfDroped() {
-    return Make(DropedSlot(), "Select Frame-Rate of droped EDL", &FrameRateWindowIfDroped_Event_Open);
+FrameRateWindowState& FrameRateWindowIfDroped(Desktop& d) {
+    return Make(d, d.frameRateIfDroped, "Select Frame-Rate of droped EDL", &FrameRateWindowIfDroped_Event_Open);
 }
-bool FrameRateWindowIfDropedExists() { return DropedSlot().open; }
-void CloseFrameRateWindowIfDroped() { DropedSlot().open = false; }
-void FrameRateWindowIfDroped_Event_Open() { EventOpen(DropedSlot().record); }
-void FrameRateWindowIfDroped_PopupMenu1_Change() { PopupChange(DropedSlot().record); }
-void FrameRateWindowIfDroped_PushButton1_Action() {
-    CloseFrameRateWindowIfDroped();
-    Calls().FileDropedInEditField();
+bool FrameRateWindowIfDropedExists(const Desktop& d) { return d.frameRateIfDroped.open; }
+void CloseFrameRateWindowIfDroped(Desktop& d) { d.frameRateIfDroped.open = false; }
+void FrameRateWindowIfDroped_Event_Open(Desktop& d) { EventOpen(Doc(d), d.frameRateIfDroped.record); }
+void FrameRateWindowIfDroped_PopupMenu1_Change(Desktop& d) { PopupChange(Doc(d), d.frameRateIfDroped.record); }
+void FrameRateWindowIfDroped_PushButton1_Action(Desktop& d) {
+    CloseFrameRateWindowIfDroped(d);
+    FileDropedInEditField(d.session);
 }
 
 }  // namespace vornelt

@@ -1,70 +1,70 @@
 // The main window's option handlers. Each takes the new value of its control into the flag
 // that the passes and the writer read, then runs the switch of the option and generates the
 // whole list anew. None of them looks at whether a list is loaded.
-#include "document/module1.hpp"
-#include "document/window_state.hpp"
-#include "ui/calls.hpp"
 #include "ui/handlers.hpp"
+#include "ui/render.hpp"
 
 namespace vornelt {
 
-void MainWindow_Event_Open() {
+using namespace ui_detail;
+
+void MainWindow_Event_Open(Desktop& d) {
     // The layout holds place-holders for these three; the window starts with them empty.
-    MainWindowState& w = MainWindow();
+    MainWindowState& w = Window(d);
     w.ST_EdlFormat.Text.clear();
     w.ST_FrameRate.Text.clear();
     w.ST_FCM.Text.clear();
 }
 
-void Chb_Mirror_Action() {
-    Module1.boolMirror = MainWindow().Chb_Mirror.Value;
-    Calls().NewEDL_02();
+void Chb_Mirror_Action(Desktop& d) {
+    Doc(d).boolMirror = Window(d).Chb_Mirror.Value;
+    NewList(d);
 }
 
-void Chb_RemoveFreezeFrame_Action() {
-    Module1.boolFreezeFrame = MainWindow().Chb_RemoveFreezeFrame.Value;
-    Calls().NewEDL_02();
+void Chb_RemoveFreezeFrame_Action(Desktop& d) {
+    Doc(d).boolFreezeFrame = Window(d).Chb_RemoveFreezeFrame.Value;
+    NewList(d);
 }
 
-void Chb_RemoveSpeedChanges_Action() {
-    Module1.boolSpeedChange = MainWindow().Chb_RemoveSpeedChanges.Value;
-    Calls().NewEDL_02();
+void Chb_RemoveSpeedChanges_Action(Desktop& d) {
+    Doc(d).boolSpeedChange = Window(d).Chb_RemoveSpeedChanges.Value;
+    NewList(d);
 }
 
-void Chb_TransToDissolve_Action() {
+void Chb_TransToDissolve_Action(Desktop& d) {
     // Runs its pass whatever the key box says, and leaves that box alone.
-    Module1.boolTransToDissolve = MainWindow().Chb_TransToDissolve.Value;
-    Calls().AllWipesToDissolve();
-    Calls().NewEDL_02();
+    Doc(d).boolTransToDissolve = Window(d).Chb_TransToDissolve.Value;
+    AllWipesToDissolve(Doc(d), Plat(d));
+    NewList(d);
 }
 
-void Chb_KeyToDissolve_Action() {
+void Chb_KeyToDissolve_Action(Desktop& d) {
     // Does not look at the key track: after a load with the key track off this box is
     // enabled all the same, and checking it turns keys into dissolves.
-    Module1.boolKeyToDissolve = MainWindow().Chb_KeyToDissolve.Value;
-    Calls().AllKeysToDissolve();
-    Calls().NewEDL_02();
+    Doc(d).boolKeyToDissolve = Window(d).Chb_KeyToDissolve.Value;
+    AllKeysToDissolve(Doc(d), Plat(d));
+    NewList(d);
 }
 
-void Chb_ComntGenerateNew_Action() {
-    Module1.boolGenerateNewComments = MainWindow().Chb_ComntGenerateNew.Value;
-    Calls().NewEDL_02();
+void Chb_ComntGenerateNew_Action(Desktop& d) {
+    Doc(d).boolGenerateNewComments = Window(d).Chb_ComntGenerateNew.Value;
+    NewList(d);
 }
 
-void Chb_A1234_Action() {
-    Module1.boolA1234 = MainWindow().Chb_A1234.Value;
-    Calls().AllAudioOnOff();
-    Calls().NewEDL_02();
+void Chb_A1234_Action(Desktop& d) {
+    Doc(d).boolA1234 = Window(d).Chb_A1234.Value;
+    AllAudioOnOff(Doc(d), Plat(d));
+    NewList(d);
 }
 
-void PopupTransition_Change() {
+void PopupTransition_Change(Desktop& d) {
     // The writer reads the row of the popup itself.
-    Calls().NewEDL_02();
+    NewList(d);
 }
 
-void Chb_V2_Action() {
-    Document& m = Module1;
-    MainWindowState& w = MainWindow();
+void Chb_V2_Action(Desktop& d) {
+    Document& m = Doc(d);
+    MainWindowState& w = Window(d);
     m.boolV2 = w.Chb_V2.Value;
     if (m.boolV2) {
         // Its value stays: after an earlier switch-off the user checks it again.
@@ -74,29 +74,29 @@ void Chb_V2_Action() {
         m.boolKeyToDissolve = false;
         w.Chb_KeyToDissolve.Enabled = false;
     }
-    Calls().AllKeysToDissolve();
-    Calls().AllKeysOnOff();
-    Calls().NewEDL_02();
+    AllKeysToDissolve(m, Plat(d));
+    AllKeysOnOff(m, Plat(d));
+    NewList(d);
 }
 
 // The four single audio boxes lie outside the window and are never enabled; the fix of key
 // durations and the three comment kinds are places kept in the layout.
-void Chb_A1_Action() {}
-void Chb_A2_Action() {}
-void Chb_A3_Action() {}
-void Chb_A4_Action() {}
-void Chb_FixKeyDuration_Action() {}
-void Chb_ComntTransition_Action() {}
-void Chb_ComntClipNames_Action() {}
-void Chb_ComntOther_Action() {}
+void Chb_A1_Action(Desktop&) {}
+void Chb_A2_Action(Desktop&) {}
+void Chb_A3_Action(Desktop&) {}
+void Chb_A4_Action(Desktop&) {}
+void Chb_FixKeyDuration_Action(Desktop&) {}
+void Chb_ComntTransition_Action(Desktop&) {}
+void Chb_ComntClipNames_Action(Desktop&) {}
+void Chb_ComntOther_Action(Desktop&) {}
 
-void BtnSaveEDL_Action() {
-    if (!Module1.mySavedAbsDateiName.empty())
-        Calls().SaveOhneDialog();
+void BtnSaveEDL_Action(Desktop& d) {
+    if (!Doc(d).mySavedAbsDateiName.empty())
+        SaveOhneDialog(d);
     else
-        Calls().SaveAsDialog();
+        SaveAsDialog(d);
 }
 
-void BtnSelectMovie_Action() { SelectMovie(); }
+void BtnSelectMovie_Action(Desktop& d) { SelectMovie(d); }
 
 }  // namespace vornelt

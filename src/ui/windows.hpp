@@ -1,9 +1,10 @@
 #pragma once
-// The small windows of the program as records of named values, with their handlers: the
-// frame-rate question, the start-up window and the about window. As with the main window,
-// the logic reads and writes these records only; the desktop application shows a window for
-// each living record and mirrors its values. Each accessor returns the living window and,
-// when there is none, makes one and runs its open event.
+// The program on the desktop: its one session, and the small windows beside the main window
+// as records of named values with their handlers: the frame-rate question, the start-up
+// window and the about window. As with the main window, the logic reads and writes these
+// records only; the desktop application shows a window for each living record and mirrors
+// its values. Each accessor returns the living window and, when there is none, makes one and
+// runs its open event.
 
 #include <array>
 #include <cstdint>
@@ -12,6 +13,7 @@
 
 #include "document/window_state.hpp"
 #include "platform/platform.hpp"
+#include "session/session.hpp"
 
 namespace vornelt {
 
@@ -30,19 +32,21 @@ inline constexpr std::array<std::string_view, 3> kFrameRateRows = {
     "24 fps Non-Drop Frame - FILM",
 };
 
-FrameRateWindowState& FrameRateWindow();
-bool FrameRateWindowExists();
-void CloseFrameRateWindow();
-void FrameRateWindow_Event_Open();
-void FrameRateWindow_PopupMenu1_Change();
-void FrameRateWindow_PushButton1_Action();
+struct Desktop;
 
-FrameRateWindowState& FrameRateWindowIfDroped();
-bool FrameRateWindowIfDropedExists();
-void CloseFrameRateWindowIfDroped();
-void FrameRateWindowIfDroped_Event_Open();
-void FrameRateWindowIfDroped_PopupMenu1_Change();
-void FrameRateWindowIfDroped_PushButton1_Action();
+FrameRateWindowState& FrameRateWindow(Desktop& d);
+bool FrameRateWindowExists(const Desktop& d);
+void CloseFrameRateWindow(Desktop& d);
+void FrameRateWindow_Event_Open(Desktop& d);
+void FrameRateWindow_PopupMenu1_Change(Desktop& d);
+void FrameRateWindow_PushButton1_Action(Desktop& d);
+
+FrameRateWindowState& FrameRateWindowIfDroped(Desktop& d);
+bool FrameRateWindowIfDropedExists(const Desktop& d);
+void CloseFrameRateWindowIfDroped(Desktop& d);
+void FrameRateWindowIfDroped_Event_Open(Desktop& d);
+void FrameRateWindowIfDroped_PopupMenu1_Change(Desktop& d);
+void FrameRateWindowIfDroped_PushButton1_Action(Desktop& d);
 
 // ---- the start-up window ----
 struct TimerState {
@@ -60,11 +64,11 @@ struct StartUpWindowState {
     uint64_t Instance = 0;
 };
 
-StartUpWindowState& StartUpWindow();
-bool StartUpWindowExists();
-void CloseStartUpWindow();
-void StartUpWindow_Event_Open();
-void StartUpWindow_Timer1_Action();
+StartUpWindowState& StartUpWindow(Desktop& d);
+bool StartUpWindowExists(const Desktop& d);
+void CloseStartUpWindow(Desktop& d);
+void StartUpWindow_Event_Open(Desktop& d);
+void StartUpWindow_Timer1_Action(Desktop& d);
 
 // ---- the about window ----
 struct AboutWindow2State {
@@ -75,28 +79,29 @@ struct AboutWindow2State {
     uint64_t Instance = 0;
 };
 
-AboutWindow2State& AboutWindow2();
-bool AboutWindow2Exists();
-void CloseAboutWindow2();
-void AboutWindow2_Event_Open();
+AboutWindow2State& AboutWindow2(Desktop& d);
+bool AboutWindow2Exists(const Desktop& d);
+void CloseAboutWindow2(Desktop& d);
+void AboutWindow2_Event_Open(Desktop& d);
 // Each answers as a mouse handler does: true claims the click.
-bool AboutWindow2_Event_MouseDown();
-bool ST_www_MouseDown();
-void ST_www_MouseEnter();
-void ST_www_MouseExit();
-void ST_www_MouseUp();
+bool AboutWindow2_Event_MouseDown(Desktop& d);
+bool ST_www_MouseDown(Desktop& d);
+void ST_www_MouseEnter(Desktop& d);
+void ST_www_MouseExit(Desktop& d);
+void ST_www_MouseUp(Desktop& d);
 
 // The maker's web site behind the link label, and the label's text.
 inline constexpr std::string_view kWebSiteURL = "https://vornelt.example.org";
 inline constexpr std::string_view kWebSiteText = "vornelt.example.org";
 
-// "Verion " and the program's major and minor version, as both windows show it.
+// "Verion " and the program's major and minor version, as both windows show it; the
+// misspelling is the window's own, kept on purpose.
 std::string VersionText();
 std::string VersionText(int major, int minor);
 
 // ---- the application ----
 // The start of the program: shows the start-up window and marks the document unchanged.
-void App_Event_Open();
+void App_Event_Open(Desktop& d);
 
 // The two file types that the dialogs and the drop filter refer to by name.
 struct FileType {
@@ -112,5 +117,26 @@ struct FileTypeSet {
 inline constexpr FileTypeSet FileTypes1{};
 // Whether a file of this name belongs to the type (by its extension, ignoring case).
 bool FileTypeAccepts(const FileType& type, std::string_view fileName);
+
+// A small window's record while it stands.
+template <typename Record>
+struct WindowSlot {
+    Record record;
+    bool open = false;
+};
+
+// The program on the desktop: the one session of the main window, and the small windows.
+struct Desktop {
+    explicit Desktop(Platform& platform) : session(platform) {}
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+
+    Session session;
+    WindowSlot<FrameRateWindowState> frameRate;
+    WindowSlot<FrameRateWindowState> frameRateIfDroped;
+    WindowSlot<StartUpWindowState> startUp;
+    WindowSlot<AboutWindow2State> about;
+    uint64_t nextInstance = 1;  // every window made gets a new number
+};
 
 }  // namespace vornelt

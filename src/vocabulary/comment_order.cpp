@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "document/text.hpp"
+#include "text/text.hpp"
 #include "vocabulary/vocabulary.hpp"
 
 namespace vornelt {

@@ -2,7 +2,7 @@
 #include <array>
 #include <string_view>
 
-#include "document/text.hpp"
+#include "text/text.hpp"
 #include "vocabulary/vocabulary.hpp"
 
 namespace vornelt {

@@ -13,22 +13,13 @@
 #include <string_view>
 #include <vector>
 
-#include "document/module1.hpp"
-#include "document/text.hpp"
-#include "document/window_state.hpp"
-#include "platform/platform.hpp"
+#include "text/text.hpp"
 #include "vocabulary/vocabulary.hpp"
 #include "writer/writer.hpp"
-#include "writer/writer_internal.hpp"
 
 namespace vornelt {
 
 namespace {
-
-using writer_detail::AppendReelField;
-using writer_detail::BeginsCI;
-using writer_detail::IsCI;
-using writer_detail::IsReservedReel;
 
 constexpr std::string_view kEffectCrossDissolve = "* EFFECT NAME: CROSS DISSOLVE";
 constexpr std::string_view kEffectName = "* EFFECT NAME: ";
@@ -83,6 +74,7 @@ struct RunOptions {
     bool removeFreezeFrames;
     bool removeSpeedChanges;
     bool comments;
+    int wipeTable;  // the row of the wipe-names popup: 0 Final Cut Pro, 1 SMPTE
 };
 
 void AppendEventLine(std::string& out, const Document& m, const RunOptions& o, int64_t i) {
@@ -192,7 +184,7 @@ private:
 };
 
 // A further row of the event in hand: what its transition adds to the block.
-void CommentFurtherRow(CommentBlock& block, std::string_view trans, std::string_view duration) {
+void CommentFurtherRow(CommentBlock& block, std::string_view trans, std::string_view duration, int wipeTable) {
     const double value = Val(duration);
     const bool isC = IsCI(trans, "C");
     const bool isD = IsCI(trans, "D");
@@ -203,11 +195,9 @@ void CommentFurtherRow(CommentBlock& block, std::string_view trans, std::string_
         return;
     }
     if (!isD && !isK && !isC && value > 0) {
-        // The popup is asked only now, when a wipe is met.
-        const int listIndex = MainWindow().PopupTransition.ListIndex;
-        if (listIndex == 0)
+        if (wipeTable == 0)
             block.WipeForm(WipeCodesFCP(trans));
-        else if (listIndex == 1)
+        else if (wipeTable == 1)
             block.WipeForm(WipeCodesSMPTE(trans));
         return;
     }
@@ -228,21 +218,17 @@ size_t EstimatedSize(const Document& m, const RunOptions& o) {
 
 }  // namespace
 
-void NewEDL_02() {
-    Document& m = Module1;
-    MainWindowState& window = MainWindow();
-    Platform& platform = GetPlatform();
-
+void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
     // 1. The reel name: blanks out; formatted when anything is left.
     {
         std::string reel;
         for (char c : window.EF_ReelName.Text())
             if (c != ' ') reel.push_back(c);
-        m.newReelName = reel.empty() ? std::string() : FormatReelNames(reel);
+        m.newReelName = reel.empty() ? std::string() : FormatReelNames(reel, m.IsGrassValley);
     }
 
-    const RunOptions o{m.IsGrassValley,   m.boolMirror,      m.boolKeyToDissolve,      m.boolA1234,
-                       m.boolFreezeFrame, m.boolSpeedChange, m.boolGenerateNewComments};
+    const RunOptions o{m.IsGrassValley,   m.boolMirror,      m.boolKeyToDissolve,       m.boolA1234,
+                       m.boolFreezeFrame, m.boolSpeedChange, m.boolGenerateNewComments, window.PopupTransition.ListIndex};
 
     // 2. The header of the form. The second line is a constant of the form: a list read as
     // drop frame still says NON-DROP FRAME.
@@ -276,7 +262,7 @@ void NewEDL_02() {
                     const std::string_view trans = m.copyTrans.Get(i);
                     const std::string_view duration = m.copyTransDur.Get(i);
                     if (current == previous) {
-                        CommentFurtherRow(block, trans, duration);
+                        CommentFurtherRow(block, trans, duration, o.wipeTable);
                     } else {
                         // A new event: the block of the one before goes out, ahead of this
                         // line, with a FROM line unless this row brings its own transition.
@@ -321,12 +307,12 @@ void NewEDL_02() {
 
     // 6. A fresh rendering always counts as unsaved.
     m.isModified = true;
-    PunktImPunkt();
+    PunktImPunkt(m, platform);
 }
 
-void PunktImPunkt() {
-    const int result = GetPlatform().SetWindowModified(Module1.isModified);
-    if (result != 0) GetPlatform().MsgBox("Err: " + Format(result, "-#"));
+void PunktImPunkt(const Document& m, Platform& platform) {
+    const int result = platform.SetWindowModified(m.isModified);
+    if (result != 0) platform.MsgBox("Err: " + Format(result, "-#"));
 }
 
 }  // namespace vornelt

@@ -1,24 +1,16 @@
 #pragma once
-// The writer: the whole output list from the copy tables under the current options, the
-// reel field, and saving.
+// The writer: the whole output list, rendered from the copy tables under the current options.
 
-#include <string>
-#include <string_view>
+#include "document/document.hpp"
+#include "document/window_state.hpp"
+#include "platform/platform.hpp"
 
 namespace vornelt {
 
-// Renders finalCMXString and EditField1 anew and marks the document modified.
-void NewEDL_02();
+// Renders finalCMXString and the text area anew from the copy tables, the option flags and
+// the entry fields, and marks the document modified.
+void NewEDL_02(Document& m, MainWindowState& window, Platform& platform);
 // Shows isModified on the main window's close button.
-void PunktImPunkt();
-// Any reel text as the fixed-width reel field of the list's form (8 CMX, 6 GVG).
-std::string FormatReelNames(std::string_view name);
-
-// Saving. SaveAsDialog asks for the file; SaveOhneDialog writes to the file of the last
-// save.
-void SaveAsDialog();
-void SaveOhneDialog();
-// The name that the save dialog suggests for a loaded file of this name.
-std::string SuggestedSaveName(std::string_view loadedName);
+void PunktImPunkt(const Document& m, Platform& platform);
 
 }  // namespace vornelt

@@ -31,76 +31,101 @@ protected:
 
 const char* kList = "TITLE: Test\r\nFCM: NON-DROP FRAME\r\n\r\n001 AX V C 01:00:00:00 01:00:05:00 00:00:10:00 00:00:15:00\r\n";
 
-TEST_F(Convert, BadOptionsPrintTheUsageAndWriteNothing) {
-    const std::string in = Write("a.edl", kList);
-    const std::vector<std::vector<std::string>> bad = {
-        {in},                                   // no rate
-        {in, "--fps", "26"},                    // no such rate
-        {in, "--fps", "25", "--mirr"},          // abbreviated
-        {in, "--fps", "25", "--wipe-names", "x"},
-        {"--fps", "25"},                        // no input
-        {in, "--fps", "25", "--reel", "A-1"},   // not letters and digits
-        {in, "--fps", "25", "--reel", "ABCDEFGHI"},  // nine
-        {in, "--fps", "25", "--reel", ""},
-    };
-    for (const auto& args : bad) {
-        EXPECT_EQ(Run(args), 2) << args.size();
-        EXPECT_FALSE(err.str().empty());
-        EXPECT_FALSE(fs::exists(dir_ / "a VORNELT.edl"));
-    }
-    Run({in});
-    EXPECT_NE(err.str().find("Usage"), std::string::npos);
-}
-
-TEST_F(Convert, WritesTheSuggestedNameBesideTheInputByDefault) {
-    const std::string in = Write("Reel1.v2.edl", kList);
-    ASSERT_EQ(Run({in, "--fps", "25"}), 0) << err.str();
-    const std::string saved = Read(dir_ / "Reel1 VORNELT.edl");
-    EXPECT_FALSE(saved.empty());
-    EXPECT_EQ(saved.find('\n'), saved.find("\r\n") + 1);  // lines end in CR LF
-}
-
-TEST_F(Convert, OutputToAFileAFolderOrStandardOutput) {
+TEST_F(Convert, OutputToAFileOrStandardOutput) {
     const std::string in = Write("a.edl", kList);
     ASSERT_EQ(Run({in, "--fps", "25", "-o", (dir_ / "x.edl").string()}), 0);
-    const std::string file = Read(dir_ / "x.edl");
     ASSERT_EQ(Run({in, "--fps", "25", "-o", "-"}), 0);
-    EXPECT_EQ(out.str(), file);  // the same bytes as the file
-    fs::create_directories(dir_ / "out");
-    const std::string in2 = Write("b.edl", kList);
-    ASSERT_EQ(Run({in, in2, "--fps", "25", "-o", (dir_ / "out").string()}), 0);
-    EXPECT_EQ(Read(dir_ / "out" / "a VORNELT.edl"), file);
-    EXPECT_EQ(Read(dir_ / "out" / "b VORNELT.edl"), file);
-    EXPECT_EQ(Run({in, in2, "--fps", "25", "-o", (dir_ / "nofolder").string()}), 2);
+    EXPECT_EQ(out.str(), Read(dir_ / "x.edl"));  // the same bytes as the file
 }
 
-TEST_F(Convert, AnUnreadableInputFailsAloneAndTheOthersAreConverted) {
-    const std::string good = Write("good.edl", kList);
-    const std::string missing = (dir_ / "missing.edl").string();
-    EXPECT_EQ(Run({missing, good, "--fps", "24"}), 1);
-    EXPECT_NE(err.str().find("missing.edl: Sorry, Can't read the file."), std::string::npos);
-    EXPECT_TRUE(fs::exists(dir_ / "good VORNELT.edl"));
-}
-
-TEST_F(Convert, AFailedSaveSaysSoAndLeavesTheEarlierFileWhole) {
+TEST_F(Convert, FailuresSayWhy) {
     const std::string in = Write("a.edl", kList);
     EXPECT_EQ(Run({in, "--fps", "25", "-o", (dir_ / "no" / "such" / "x.edl").string()}), 1);
-    EXPECT_NE(err.str().find("Unknown Error while saving the File.\n\nPlease try again."), std::string::npos) << err.str();
+    EXPECT_NE(err.str().find("x.edl: Unknown Error while saving the File. Please try again. (No such file or directory)"),
+              std::string::npos)
+        << err.str();
+    // An unreadable input fails alone: the others are converted.
+    EXPECT_EQ(Run({(dir_ / "none.edl").string(), in, "--fps", "25"}), 1);
+    EXPECT_NE(err.str().find("none.edl: Sorry, Can't read the file. (No such file or directory)"), std::string::npos);
+    EXPECT_TRUE(fs::exists(dir_ / "a VORNELT.edl"));
 }
 
-TEST_F(Convert, ALongReelIsRefusedForAGvgListOnly) {
-    const std::string gvg = Write("g.edl", "LIST\r\n0001 AX V C 01:00:00:00 01:00:05:00 00:00:10:00 00:00:15:00\r\n");
-    EXPECT_EQ(Run({gvg, "--fps", "25", "--reel", "MASTER1"}), 2);
-    EXPECT_FALSE(fs::exists(dir_ / "g VORNELT.edl"));
-    EXPECT_EQ(Run({gvg, "--fps", "25", "--reel", "MAST01"}), 0) << err.str();
-    const std::string cmx = Write("c.edl", kList);
-    EXPECT_EQ(Run({cmx, "--fps", "25", "--reel", "MASTER01"}), 0) << err.str();
+// Before anything is written, an input whose output is another input of the run, or the
+// output of an earlier input, is refused; the others are converted.
+TEST_F(Convert, OutputsNeverOverwriteTheRunsInputsOrEachOther) {
+    const struct {
+        std::vector<std::string> args;  // names in the test's folder; "--fps 25" is added
+        int status;
+        std::vector<std::string> written;
+        std::vector<std::string> untouched;  // inputs that keep their bytes
+    } cases[] = {
+        {{"a.edl", "a VORNELT.edl"}, 1, {"a VORNELT VORNELT.edl"}, {"a VORNELT.edl"}},
+        {{"a.edl", "a.gvg.edl"}, 1, {"a VORNELT.edl"}, {}},
+        {{"d1/x.edl", "d2/x.edl", "-o", "out"}, 1, {"out/x VORNELT.edl"}, {}},
+        {{"a.edl", "b.edl", "-o", "out/"}, 0, {"out/a VORNELT.edl", "out/b VORNELT.edl"}, {}},
+        {{"a.edl", "-o", "out/"}, 0, {"out/a VORNELT.edl"}, {}},
+        {{"a.edl", "-o", "new/"}, 1, {}, {}},  // a folder that is not there
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.args[1]);
+        TearDown();
+        SetUp();
+        for (const char* name : {"a.edl", "a.gvg.edl", "b.edl", "d1/x.edl", "d2/x.edl"}) {
+            fs::create_directories((dir_ / name).parent_path());
+            Write(name, kList);
+        }
+        Write("a VORNELT.edl", "an input");
+        fs::create_directories(dir_ / "out");
+        std::vector<std::string> args = {"--fps", "25"};
+        for (const std::string& a : c.args) args.push_back(a[0] == '-' ? a : (dir_ / a).string() + (a.back() == '/' ? "/" : ""));
+        EXPECT_EQ(Run(args), c.status) << err.str();
+        for (const std::string& name : c.written) EXPECT_TRUE(fs::exists(dir_ / name)) << name;
+        for (const std::string& name : c.untouched) EXPECT_EQ(Read(dir_ / name), "an input") << name;
+        if (c.status) EXPECT_NE(err.str().find("vornelt-convert: "), std::string::npos);
+    }
 }
 
-TEST_F(Convert, AReservedReelIsUsedWithANote) {
+TEST_F(Convert, EdgesOfTheCommandLine) {
     const std::string in = Write("a.edl", kList);
-    EXPECT_EQ(Run({in, "--fps", "25", "--reel", "bl"}), 0);
-    EXPECT_NE(err.str().find("BL"), std::string::npos);
+    const std::string gvg = Write("g.edl", "LIST\r\n0001 AX V C 01:00:00:00 01:00:05:00 00:00:10:00 00:00:15:00\r\n");
+    const struct {
+        std::vector<std::string> args;
+        int status;
+        const char* says;
+    } cases[] = {
+        {{in}, 2, "--fps is required"},
+        {{in, "--fps", "26"}, 2, "--fps: 26 not in {24,25,30}"},
+        {{in, "--fp", "25"}, 2, "unknown option --fp"},
+        {{in, "--fps", "25", "--mirr"}, 2, "unknown option --mirr"},  // no abbreviations
+        {{in, "--fps", "25", "--wipe-names", "x"}, 2, "--wipe-names: x not in {fcp,smpte}"},
+        {{"--fps", "25"}, 2, "INPUT is required"},
+        {{"-x.edl", "--fps", "25"}, 2, "goes after \"--\""},
+        {{in, "--fps", "25", "--title", "T\r\n099  EVIL"}, 2, "--title: control characters"},
+        {{in, "--fps", "25", "--movie", "m\x7Fov"}, 2, "--movie: control characters"},
+        {{"/dev/null", "--fps", "25"}, 2, "not a regular file: name the output with -o"},
+        {{in, in, "--fps", "25", "-o", (dir_ / "a.edl").string()}, 2, "-o names an existing folder"},
+        {{in, "--fps", "25", "--reel", "A-1"}, 2, "--reel: letters and digits only, at most 8 characters"},
+        {{in, "--fps", "25", "--reel", "ABCDEFGHI"}, 2, "--reel: letters and digits only"},
+        {{in, "--fps", "25", "--reel", ""}, 2, "--reel: letters and digits only"},
+        {{gvg, "--fps", "25", "--reel", "MASTER1"}, 2, "--reel: a GVG list takes at most 6 characters"},
+        {{gvg, "--fps", "25", "--reel", "MAST01", "-o", "-"}, 0, ""},
+        {{in, "--fps", "25", "--reel", "MASTER01", "-o", "-"}, 0, ""},
+        {{in, "--fps", "25", "--reel", "bl", "-o", "-"}, 0, "note: BL is a reserved reel name; it is used as given"},
+        {{"/dev/null", "--fps", "25", "-o", "-"}, 0, ""},  // an empty list, from a device
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(Run(c.args), c.status) << c.args.back();
+        EXPECT_NE(err.str().find(c.says), std::string::npos) << err.str();
+    }
+    EXPECT_FALSE(fs::exists(dir_ / "a VORNELT.edl") || fs::exists(dir_ / "g VORNELT.edl"));
+    Run({in});
+    EXPECT_NE(err.str().find("Usage"), std::string::npos);
+
+    // Help that cannot be written is a failure.
+    std::ostringstream full;
+    full.setstate(std::ios::badbit);
+    const char* help[] = {"vornelt-convert", "--help"};
+    EXPECT_EQ(ConvertMain(2, help, full, err), 1);
 }
 
 // Every real list of the corpus converts under the default options and under each single

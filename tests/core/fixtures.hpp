@@ -1,5 +1,5 @@
 #pragma once
-// A fresh program on the headless platform with a folder of its own, and rows pushed into the
+// A fresh desktop on the recording platform with a folder of its own, and rows pushed into the
 // read tables as the reader would leave them, for tests that must not depend on the grammar.
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -8,14 +8,15 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <string>
 
-#include "document/load.hpp"
-#include "document/module1.hpp"
-#include "document/text.hpp"
-#include "document/window_state.hpp"
 #include "passes/passes.hpp"
-#include "platform/headless.hpp"
+#include "session/load.hpp"
+#include "support/recording_platform.hpp"
+#include "text/text.hpp"
+#include "ui/windows.hpp"
+#include "writer/writer.hpp"
 
 namespace vornelt::testing {
 
@@ -23,8 +24,13 @@ inline std::string ReadBytes(const std::filesystem::path& path) {
     std::ifstream in(path, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), {});
 }
-inline std::string TestData(const std::string& name) {
-    return ReadBytes(std::string(VORNELT_TEST_DATA_DIR) + "/" + name);
+inline std::string TestData(const std::string& name) { return ReadBytes(VORNELT_TEST_DATA_DIR "/" + name); }
+
+// The texts of a column joined by "|".
+inline std::string Joined(const TextColumn& column) {
+    std::string s;
+    for (size_t i = 0; i < column.size(); ++i) s.append(i ? "|" : "").append(column(i));
+    return s;
 }
 
 // One line of a list; what is left out stays as the reader leaves a note row.
@@ -46,8 +52,7 @@ inline Row Event(int32_t number, std::string trans, int32_t sourceIn, int32_t so
                .recIn = recIn, .recOut = recOut, .duration = int32_t(uint32_t(recOut) - uint32_t(recIn))};
 }
 
-inline void PushRead(const Row& r) {
-    Document& m = Module1;
+inline void PushRead(Document& m, const Row& r) {
     for (auto [t, v] : {std::pair{&m.readOrigCompleteLine, &r.line}, {&m.readOrigSourceInTC, &r.tc[0]},
                         {&m.readOrigSourceOutTC, &r.tc[1]}, {&m.readOrigRecInTC, &r.tc[2]},
                         {&m.readOrigRecOutTC, &r.tc[3]}, {&m.readOrigEventNumberStr, &r.number},
@@ -64,16 +69,11 @@ inline void PushRead(const Row& r) {
 class Fixture : public ::testing::Test {
 protected:
     void SetUp() override {
-        ResetProgramState();
         dir_ = std::filesystem::temp_directory_path() /
                ("vornelt-test-" + std::to_string(::getpid()) + "-" + std::to_string(counter_++));
         std::filesystem::create_directories(dir_);
     }
-    void TearDown() override {
-        ResetProgramState();
-        std::error_code ec;
-        std::filesystem::remove_all(dir_, ec);
-    }
+    void TearDown() override { std::filesystem::remove_all(dir_); }
 
     FolderItem File(const std::string& name) const { return FolderItem((dir_ / name).string()); }
     FolderItem WriteFile(const std::string& name, const std::string& bytes) {
@@ -83,17 +83,24 @@ protected:
     // Opens the bytes as a list at the given rate, through the open dialog.
     void Load(const std::string& bytes, double rate = 25.0, const std::string& name = "list.edl") {
         platform.openDialogAnswers.push_back(WriteFile(name, bytes));
-        Module1.frameRateTmp = rate;
-        Open_CMX();
+        m().frameRateTmp = rate;
+        Open_CMX(session());
     }
     // The read tables as given, then the working copy.
     void Load(std::initializer_list<Row> rows) {
-        for (const Row& r : rows) PushRead(r);
-        CopyArrays();
+        for (const Row& r : rows) PushRead(m(), r);
+        CopyArrays(m(), platform);
     }
 
-    HeadlessPlatform platform;
-    ScopedPlatform scope{platform};
+    // A fresh program: a new desktop on the same platform.
+    void Reset() { held_.emplace(platform); }
+    Desktop& d() { return *held_; }
+    Session& session() { return d().session; }
+    Document& m() { return d().session.document; }
+    MainWindowState& w() { return d().session.MainWindow(); }
+
+    RecordingPlatform platform;
+    std::optional<Desktop> held_{std::in_place, platform};
     std::filesystem::path dir_;
     static inline int counter_ = 0;
 };

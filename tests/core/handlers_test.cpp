@@ -1,507 +1,263 @@
-// The window handlers without a window: the main window state and the headless platform
-// stand in for the controls and the dialogs, and a recorder in the call table tells which
-// routines ran in which order.
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
-#include "document/module1.hpp"
-#include "document/window_state.hpp"
-#include "platform/headless.hpp"
-#include "ui/calls.hpp"
+// The window handlers without a window: the main window state and the recording platform
+// stand in for the controls and the dialogs, and the real routines run underneath.
+#include "fixtures.hpp"
 #include "ui/handlers.hpp"
-#include "ui/windows.hpp"
 
 namespace vornelt {
 namespace {
 
-using Log = std::vector<std::string>;
+// The demo list holds an event of each kind the options touch: a wipe, a key with its
+// background, an audio event, a freeze frame and a speed change.
+const std::string kList = testing::TestData("writer_demo_cmx.edl");
 
-Log g_calls;
-// What a save does to the document: a save that goes through clears the modified mark.
-bool g_saveSucceeds = true;
-
-HandlerCalls Recorder() {
-    HandlerCalls c{};
-    c.NewEDL_02 = [] { g_calls.push_back("NewEDL_02"); Module1.isModified = true; };
-    c.AllAudioOnOff = [] { g_calls.push_back("AllAudioOnOff"); };
-    c.AllKeysOnOff = [] { g_calls.push_back("AllKeysOnOff"); };
-    c.AllKeysToDissolve = [] { g_calls.push_back("AllKeysToDissolve"); };
-    c.AllWipesToDissolve = [] { g_calls.push_back("AllWipesToDissolve"); };
-    c.SaveAsDialog = [] {
-        g_calls.push_back("SaveAsDialog");
-        Module1.isModified = !g_saveSucceeds;
-    };
-    c.SaveOhneDialog = [] {
-        g_calls.push_back("SaveOhneDialog");
-        Module1.isModified = !g_saveSucceeds;
-    };
-    c.Open_CMX = [] { g_calls.push_back("Open_CMX"); };
-    c.FileDropedInEditField = [] { g_calls.push_back("FileDropedInEditField"); };
-    return c;
-}
-
-void CloseSmallWindows() {
-    CloseFrameRateWindow();
-    CloseFrameRateWindowIfDroped();
-    CloseStartUpWindow();
-    CloseAboutWindow2();
-}
-
-// What a dialog shows, in one line: icon, message, explanation, and the visible buttons.
-std::string Shown(const MessageDialogSpec& d) {
+std::string Shown(const MessageDialogRequest& d) {
     return std::to_string(d.Icon) + "|" + d.Message + "|" + d.Explanation + "|" + d.ActionCaption + "|" +
            (d.AlternateVisible ? d.AlternateCaption : "-") + "|" + (d.CancelVisible ? d.CancelCaption : "-");
 }
 
-class HandlersTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        ResetProgramState();
-        CloseSmallWindows();
-        g_calls.clear();
-        g_saveSucceeds = true;
-        Calls() = Recorder();
-    }
-    void TearDown() override {
-        Calls() = RealCalls();
-        CloseSmallWindows();
-        ResetProgramState();
-    }
+class HandlersTest : public testing::Fixture {};
 
-    HeadlessPlatform platform;
-    ScopedPlatform scope{platform};
-};
-
-// ---- option handlers ----
-
-struct OptionCase {
-    const char* name;
-    void (*handler)();
-    CheckBox MainWindowState::*control;
-    bool Document::*flag;
-    Log calls;
-};
-
-TEST_F(HandlersTest, EachOptionStoresItsValueThenRunsItsPassesInOrder) {
-    const std::vector<OptionCase> cases = {
-        {"Mirror", Chb_Mirror_Action, &MainWindowState::Chb_Mirror, &Document::boolMirror, {"NewEDL_02"}},
-        {"FreezeFrame", Chb_RemoveFreezeFrame_Action, &MainWindowState::Chb_RemoveFreezeFrame,
-         &Document::boolFreezeFrame, {"NewEDL_02"}},
-        {"SpeedChanges", Chb_RemoveSpeedChanges_Action, &MainWindowState::Chb_RemoveSpeedChanges,
-         &Document::boolSpeedChange, {"NewEDL_02"}},
-        {"WipesToDissolves", Chb_TransToDissolve_Action, &MainWindowState::Chb_TransToDissolve,
-         &Document::boolTransToDissolve, {"AllWipesToDissolve", "NewEDL_02"}},
-        {"KeysToDissolves", Chb_KeyToDissolve_Action, &MainWindowState::Chb_KeyToDissolve,
-         &Document::boolKeyToDissolve, {"AllKeysToDissolve", "NewEDL_02"}},
-        {"Comments", Chb_ComntGenerateNew_Action, &MainWindowState::Chb_ComntGenerateNew,
-         &Document::boolGenerateNewComments, {"NewEDL_02"}},
-        {"Audio", Chb_A1234_Action, &MainWindowState::Chb_A1234, &Document::boolA1234, {"AllAudioOnOff", "NewEDL_02"}},
-        {"Key track", Chb_V2_Action, &MainWindowState::Chb_V2, &Document::boolV2,
-         {"AllKeysToDissolve", "AllKeysOnOff", "NewEDL_02"}},
+TEST_F(HandlersTest, EveryOptionChangesTheListAndTurnedBackGivesItBack) {
+    // Each box with its handler and a text that comes or goes with the click.
+    const std::tuple<const char*, void (*)(Desktop&), CheckBox MainWindowState::*, const char*> cases[] = {
+        {"mirror", Chb_Mirror_Action, &MainWindowState::Chb_Mirror, "RL0002"},
+        {"freeze frames", Chb_RemoveFreezeFrame_Action, &MainWindowState::Chb_RemoveFreezeFrame, "000.0"},
+        {"speed changes", Chb_RemoveSpeedChanges_Action, &MainWindowState::Chb_RemoveSpeedChanges, "050.0"},
+        {"wipes", Chb_TransToDissolve_Action, &MainWindowState::Chb_TransToDissolve, "W001"},
+        {"keys", Chb_KeyToDissolve_Action, &MainWindowState::Chb_KeyToDissolve, "***"},
+        {"comments", Chb_ComntGenerateNew_Action, &MainWindowState::Chb_ComntGenerateNew, "* FROM CLIP NAME"},
+        {"audio", Chb_A1234_Action, &MainWindowState::Chb_A1234, "\r008 "},
+        {"key track", Chb_V2_Action, &MainWindowState::Chb_V2, "K B"},
     };
-    for (const OptionCase& c : cases) {
-        for (bool value : {true, false, true}) {
-            SCOPED_TRACE(std::string(c.name) + (value ? " on" : " off"));
-            g_calls.clear();
-            (MainWindow().*c.control).Value = value;
-            Module1.*c.flag = !value;
-            c.handler();
-            EXPECT_EQ(Module1.*c.flag, value);
-            EXPECT_EQ(g_calls, c.calls);
-        }
+    Load(kList);
+    const std::string first = *m().finalCMXString;
+    for (const auto& [name, handler, control, changed] : cases) {
+        SCOPED_TRACE(name);
+        CheckBox& box = w().*control;
+        const bool had = first.find(changed) != std::string::npos;
+        box.Value = !box.Value;
+        handler(d());
+        EXPECT_NE(m().finalCMXString->find(changed) != std::string::npos, had);
+        box.Value = !box.Value;
+        handler(d());
+        EXPECT_EQ(*m().finalCMXString, first);
+        EXPECT_TRUE(m().isModified);
     }
-}
-
-TEST_F(HandlersTest, PopupAndEmptyHandlersRunNoPass) {
-    PopupTransition_Change();
-    EXPECT_EQ(g_calls, Log{"NewEDL_02"});
-
-    g_calls.clear();
-    Module1.isModified = false;
-    MainWindowState& w = MainWindow();
-    w.Chb_A1.Value = false;
-    for (void (*h)() : {Chb_A1_Action, Chb_A2_Action, Chb_A3_Action, Chb_A4_Action, Chb_FixKeyDuration_Action,
-                        Chb_ComntTransition_Action, Chb_ComntClipNames_Action, Chb_ComntOther_Action})
-        h();
-    EXPECT_TRUE(g_calls.empty());
-    EXPECT_FALSE(Module1.isModified);
-    EXPECT_FALSE(w.Chb_A1.Value);
+    // The names of kept wipes come from the popup's table.
+    w().Chb_TransToDissolve.Value = false;
+    Chb_TransToDissolve_Action(d());
+    const std::string smpte = *m().finalCMXString;
+    w().PopupTransition.ListIndex = 0;
+    PopupTransition_Change(d());
+    EXPECT_NE(*m().finalCMXString, smpte);
 }
 
 TEST_F(HandlersTest, KeyTrackOffUnchecksAndDisablesKeysToDissolvesOnBringsOnlyTheEnabling) {
-    MainWindowState& w = MainWindow();
-    w.Chb_KeyToDissolve.Enabled = true;
-    w.Chb_KeyToDissolve.Value = true;
-    Module1.boolKeyToDissolve = true;
-
-    w.Chb_V2.Value = false;
-    Chb_V2_Action();
-    EXPECT_FALSE(w.Chb_KeyToDissolve.Value);
-    EXPECT_FALSE(w.Chb_KeyToDissolve.Enabled);
-    EXPECT_FALSE(Module1.boolKeyToDissolve);
-
-    w.Chb_V2.Value = true;
-    Chb_V2_Action();
-    EXPECT_TRUE(w.Chb_KeyToDissolve.Enabled);
-    EXPECT_FALSE(w.Chb_KeyToDissolve.Value);
-    EXPECT_FALSE(Module1.boolKeyToDissolve);
+    Load(kList);
+    CheckBox& keys = w().Chb_KeyToDissolve;
+    keys.Value = true;
+    Chb_KeyToDissolve_Action(d());
+    w().Chb_V2.Value = false;
+    Chb_V2_Action(d());
+    EXPECT_FALSE(keys.Value || keys.Enabled || m().boolKeyToDissolve);
+    w().Chb_V2.Value = true;
+    Chb_V2_Action(d());
+    EXPECT_TRUE(keys.Enabled && !keys.Value);
+    EXPECT_EQ(m().finalCMXString->find("***"), std::string::npos);
 }
 
-// ---- save routes ----
+TEST_F(HandlersTest, SaveCommandsAskForANameUnlessTheListWasSavedBefore) {
+    Load(kList);
+    const FolderItem earlier = WriteFile("earlier.edl", "old");
+    m().mySavedAbsDateiName = earlier.Name();
+    m().mySavedAbsDateiPfad = earlier.AbsolutePath();
+    BtnSaveEDL_Action(d());
+    EXPECT_FALSE(App_FileSave_Action(d()));
+    EXPECT_TRUE(platform.saveDialogsShown.empty());
+    EXPECT_EQ(testing::ReadBytes(earlier.AbsolutePath()).substr(0, 16), "TITLE: DEMO CUT ");
 
-TEST_F(HandlersTest, SaveRoutesFollowTheNameOfTheLastSave) {
-    struct Case {
-        const char* name;
-        bool (*command)();
-        std::string savedName;
-        Log calls;
-    };
-    auto button = [] {
-        BtnSaveEDL_Action();
-        return false;
-    };
-    const std::vector<Case> cases = {
-        {"button, never saved", button, "", {"SaveAsDialog"}},
-        {"button, saved before", button, "a.edl", {"SaveOhneDialog"}},
-        {"Save, never saved", App_FileSave_Action, "", {"SaveAsDialog"}},
-        {"Save, saved before", App_FileSave_Action, "a.edl", {"SaveOhneDialog"}},
-        {"Save As, never saved", App_FileSaveAs_Action, "", {"SaveAsDialog"}},
-        {"Save As, saved before", App_FileSaveAs_Action, "a.edl", {"SaveAsDialog"}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        g_calls.clear();
-        Module1.mySavedAbsDateiName = c.savedName;
-        EXPECT_FALSE(c.command());
-        EXPECT_EQ(g_calls, c.calls);
-    }
+    EXPECT_FALSE(App_FileSaveAs_Action(d()));  // always asks
+    EXPECT_EQ(platform.saveDialogsShown.size(), 1u);
 }
-
-// ---- entry fields ----
 
 TEST_F(HandlersTest, ReelNameKeyFilter) {
-    struct Case {
-        const char* key;
-        int code;
-        bool swallowed;
+    const std::tuple<const char*, int, bool> cases[] = {  // key, code, swallowed
+        {"A", keycode::kNone, false},   {"z", keycode::kNone, false},     {"0", keycode::kNone, false},
+        {" ", keycode::kNone, true},    {"-", keycode::kNone, true},      {"\xC3\xA9", keycode::kNone, true},
+        {"AB", keycode::kNone, true},   {"", keycode::kLeftArrow, false}, {"", keycode::kForwardDelete, false},
+        {"\b", keycode::kDelete, false}, {"\t", keycode::kTab, false},    {"", 115 /* home */, true},
     };
-    const std::vector<Case> cases = {
-        {"A", keycode::kNone, false},  {"z", keycode::kNone, false}, {"0", keycode::kNone, false},
-        {"9", keycode::kNone, false},  {" ", keycode::kNone, true},  {"-", keycode::kNone, true},
-        {"_", keycode::kNone, true},   {"\xC3\xA9", keycode::kNone, true},  // an accented letter
-        {"AB", keycode::kNone, true},  {"", keycode::kLeftArrow, false},     {"", keycode::kRightArrow, false},
-        {"", keycode::kUpArrow, false}, {"", keycode::kDownArrow, false},   {"", keycode::kForwardDelete, false},
-        {"\b", keycode::kDelete, false}, {"\t", keycode::kTab, false},      {"", 115 /* home */, true},
-        {"", keycode::kNone, true},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::string("key '") + c.key + "' code " + std::to_string(c.code));
-        EXPECT_EQ(EF_ReelName_KeyDown(c.key, c.code), c.swallowed);
-        EXPECT_EQ(MainWindow().Focus, "");
-    }
-    EXPECT_TRUE(g_calls.empty());
+    for (const auto& [key, code, swallowed] : cases)
+        EXPECT_EQ(EF_ReelName_KeyDown(d(), key, code), swallowed) << key << code;
+    m().IsGrassValley = true;
+    EF_ReelName_KeyDown(d(), "-", keycode::kNone);
+    EXPECT_EQ(w().EF_ReelName.LimitText, 6);  // the form's width, set at each key
+    w().Focus = "EF_ReelName";
+    EXPECT_FALSE(EF_ReelName_KeyDown(d(), "\r", keycode::kReturn));
+    EXPECT_EQ(w().Focus, "EF_SeqTitle");
 }
 
-TEST_F(HandlersTest, ReelNameLimitFollowsTheFormAtEachKey) {
-    MainWindowState& w = MainWindow();
-    EXPECT_EQ(w.EF_ReelName.LimitText, 8);
-    Module1.IsGrassValley = true;
-    EXPECT_EQ(w.EF_ReelName.LimitText, 8);  // until the next key
-    EF_ReelName_KeyDown("-", keycode::kNone);
-    EXPECT_EQ(w.EF_ReelName.LimitText, 6);
-    Module1.IsGrassValley = false;
-    EF_ReelName_KeyDown("A", keycode::kNone);
-    EXPECT_EQ(w.EF_ReelName.LimitText, 8);
-}
+TEST_F(HandlersTest, TheFieldsTakeTheirTextOverOnReturnOrLeaving) {
+    Load(kList);
+    SetFieldText(d(), w().EF_SeqTitle, "new title");
+    EXPECT_FALSE(EF_SeqTitle_KeyDown(d(), "\r", keycode::kEnter));
+    EXPECT_EQ(m().finalCMXString->substr(0, 17), "TITLE: NEW TITLE\r");
 
-TEST_F(HandlersTest, ReturnAndEnterInTheFields) {
-    MainWindowState& w = MainWindow();
-    for (int code : {keycode::kReturn, keycode::kEnter}) {
-        SCOPED_TRACE(code);
-        w.Focus = "EF_ReelName";
-        EXPECT_FALSE(EF_ReelName_KeyDown("\r", code));
-        EXPECT_EQ(w.Focus, "EF_SeqTitle");  // leaving the field runs its check
-        EXPECT_TRUE(g_calls.empty());
-
-        EXPECT_FALSE(EF_SeqTitle_KeyDown("\r", code));
-        EXPECT_EQ(w.Focus, "EF_SeqTitle");
-        EXPECT_EQ(g_calls, Log{"NewEDL_02"});
-        g_calls.clear();
-    }
-    // Any other key goes to the title field untouched, blanks and accents included.
-    for (const char* key : {" ", "\xC3\xA9", "-", "a"}) EXPECT_FALSE(EF_SeqTitle_KeyDown(key, keycode::kNone));
-    EXPECT_TRUE(g_calls.empty());
-}
-
-TEST_F(HandlersTest, MovieFieldTakesItsNameOverOnReturnOrLeaving) {
-    Document& m = Module1;
-    MainWindowState& w = MainWindow();
-    Calls().NewEDL_02 = [] { g_calls.push_back("NewEDL_02"); };  // keeps the mark the field's change gives
-    struct Case {
-        const char* name;
-        void (*act)();
-        bool takesName;
-    } const cases[] = {
-        {"other key", [] { EXPECT_FALSE(EF_RenderedMovie_KeyDown("x", keycode::kNone)); }, false},
-        {"Return", [] { EXPECT_FALSE(EF_RenderedMovie_KeyDown("\r", keycode::kReturn)); }, true},
-        {"Enter", [] { EXPECT_FALSE(EF_RenderedMovie_KeyDown("\r", keycode::kEnter)); }, true},
-        // Leaving forgets the path even when the text was not touched.
-        {"leaving", EF_RenderedMovie_LostFocus, true},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        w.EF_RenderedMovie.SetText("clip.mov");
-        m.myAbsMovieName = "clip.mov";
-        m.myAbsMoviePfad = "/films/clip.mov";
-        m.myAbsMovieFolderItem = FolderItem("/films");
-        g_calls.clear();
-        c.act();
-        EXPECT_EQ(m.myAbsMovieName, c.takesName ? "CLIP.MOV" : "clip.mov");  // the field's capitals
-        EXPECT_EQ(m.myAbsMoviePfad, c.takesName ? "" : "/films/clip.mov");
-        EXPECT_EQ(m.myAbsMovieFolderItem.has_value(), !c.takesName);
-        EXPECT_EQ(g_calls, c.takesName ? Log{"NewEDL_02"} : Log{});
-    }
-    g_calls.clear();
-    EF_SeqTitle_LostFocus();
-    EXPECT_EQ(g_calls, Log{"NewEDL_02"});
+    m().myAbsMoviePfad = "/films/clip.mov";
+    SetFieldText(d(), w().EF_RenderedMovie, "cut.mov");  // renders, the name not yet taken
+    EXPECT_EQ(m().myAbsMovieName, "");
+    EXPECT_FALSE(EF_RenderedMovie_KeyDown(d(), "x", keycode::kNone));
+    EXPECT_EQ(m().myAbsMovieName, "");
+    EXPECT_FALSE(EF_RenderedMovie_KeyDown(d(), "\r", keycode::kReturn));
+    EXPECT_EQ(m().myAbsMovieName, "CUT.MOV");
+    EXPECT_EQ(m().myAbsMoviePfad, "");
+    EXPECT_NE(m().finalCMXString->find("* TO CLIP NAME:  CUT.MOV"), std::string::npos);
 }
 
 TEST_F(HandlersTest, ReservedReelNamesAreQuestioned) {
-    struct Case {
-        const char* name;
-        std::optional<DialogButton> answer;  // none: no dialog is shown
-        bool legal;
-        Log calls;
+    // The name, the answer (none: no dialog is shown), whether the name is taken.
+    const std::tuple<const char*, std::optional<DialogButton>, bool> cases[] = {
+        {"", std::nullopt, true},          {"A001", std::nullopt, true},  {"B L", std::nullopt, true},
+        {"BLACKS", std::nullopt, true},    {"BL", DialogButton::Action, true},
+        {"ax", DialogButton::Action, true}, {" AUX ", DialogButton::Alternate, false},
+        {"black", DialogButton::Cancel, false}, {"BLACK", DialogButton::None, false},
     };
-    const std::vector<Case> cases = {
-        {"", std::nullopt, true, {"NewEDL_02"}},
-        {"A001", std::nullopt, true, {"NewEDL_02"}},
-        {"BL1", std::nullopt, true, {"NewEDL_02"}},
-        {"B L", std::nullopt, true, {"NewEDL_02"}},
-        {"BLACKS", std::nullopt, true, {"NewEDL_02"}},
-        {"BL", DialogButton::Action, true, {}},
-        {"ax", DialogButton::Action, true, {}},
-        {" AUX ", DialogButton::Alternate, false, {}},
-        {"black", DialogButton::Cancel, false, {}},
-        {"BLACK", DialogButton::None, false, {}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::string("'") + c.name + "'");
-        g_calls.clear();
+    for (const auto& [name, answer, legal] : cases) {
+        SCOPED_TRACE(std::string("'") + name + "'");
         platform.messageDialogsShown.clear();
-        if (c.answer) platform.messageDialogAnswers.push_back(*c.answer);
-        EXPECT_EQ(CheckLegalReelName(c.name), c.legal);
-        EXPECT_EQ(platform.messageDialogsShown.size(), c.answer ? 1u : 0u);
-        EXPECT_EQ(g_calls, c.calls);
+        if (answer) platform.messageDialogAnswers.push_back(*answer);
+        EXPECT_EQ(CheckLegalReelName(d(), name), legal);
+        EXPECT_EQ(platform.messageDialogsShown.size(), answer ? 1u : 0u);
     }
-    platform.messageDialogAnswers.push_back(DialogButton::Action);
-    CheckLegalReelName("  BL  ");
     EXPECT_EQ(Shown(platform.messageDialogsShown.back()),
-              "1|Name Conflict! Choose an other Reel-Name.|BL is a reserved Reel-Name!\r\rOther reserved Reel-Names "
-              "are: 'AX', 'BL', 'AUX' and 'BLACK'|Use BL|Choose an other Reel-Name|-");
-}
+              "1|Name Conflict! Choose an other Reel-Name.|BLACK is a reserved Reel-Name!\r\rOther reserved "
+              "Reel-Names are: 'AX', 'BL', 'AUX' and 'BLACK'|Use BLACK|Choose an other Reel-Name|-");
 
-TEST_F(HandlersTest, LeavingTheReelNameField) {
-    MainWindowState& w = MainWindow();
-    // A legal name regenerates twice: in the check and after it.
-    w.EF_ReelName.SetText("a001");
-    EF_ReelName_LostFocus();
-    EXPECT_EQ(g_calls, (Log{"NewEDL_02", "NewEDL_02"}));
-
-    // A reserved name taken as it is regenerates once, after the check.
-    g_calls.clear();
-    w.EF_ReelName.SetText("bl");
-    platform.messageDialogAnswers.push_back(DialogButton::Action);
-    EF_ReelName_LostFocus();
-    EXPECT_EQ(w.EF_ReelName.Text(), "BL");
-    EXPECT_EQ(g_calls, Log{"NewEDL_02"});
-
-    // Refused: the field says "NEW" and the list stays as it was.
-    g_calls.clear();
+    // Refused when leaving the field: it says "NEW" and the list keeps its old reel.
+    Load(kList);
+    const std::string before = *m().finalCMXString;
+    SetFieldText(d(), w().EF_ReelName, "bl");
     platform.messageDialogAnswers.push_back(DialogButton::Alternate);
-    EF_ReelName_LostFocus();
-    EXPECT_EQ(w.EF_ReelName.Text(), "NEW");
-    EXPECT_TRUE(g_calls.empty());
+    EF_ReelName_LostFocus(d());
+    EXPECT_EQ(w().EF_ReelName.Text(), "NEW");
+    EXPECT_EQ(*m().finalCMXString, before);
 }
 
 TEST_F(HandlersTest, SelectMovie) {
-    Document& m = Module1;
-    MainWindowState& w = MainWindow();
+    Load(kList);
     platform.openDialogAnswers.push_back(FolderItem("/films/Master Cut.mov"));
-    BtnSelectMovie_Action();
-    ASSERT_EQ(platform.openDialogsShown.size(), 1u);
-    EXPECT_EQ(platform.openDialogsShown[0].Title, "Select Movie");
-    EXPECT_EQ(platform.openDialogsShown[0].PromptText, "Select the rendered QuickTime Movie");
-    EXPECT_EQ(platform.openDialogsShown[0].Filter, "movie");
-    EXPECT_EQ(m.myAbsMovieName, "Master Cut.mov");  // the field's capitals come on leaving it
-    EXPECT_EQ(m.myAbsMoviePfad, "/films/Master Cut.mov");
-    EXPECT_EQ(m.myAbsMovieFolderItem, FolderItem("/films"));
-    EXPECT_EQ(w.EF_RenderedMovie.Text(), "MASTER CUT.MOV");
-    EXPECT_EQ(w.Cursor, MouseCursor::StandardPointer);
-    EXPECT_TRUE(m.isModified);  // through the field's change handling
+    BtnSelectMovie_Action(d());
+    ASSERT_EQ(platform.openDialogsShown.size(), 2u);  // the list's, then the movie's
+    EXPECT_EQ(platform.openDialogsShown[1].Filter, "movie");
+    EXPECT_EQ(m().myAbsMovieName, "Master Cut.mov");  // the field's capitals come on leaving it
+    EXPECT_EQ(m().myAbsMoviePfad, "/films/Master Cut.mov");
+    EXPECT_EQ(w().EF_RenderedMovie.Text(), "MASTER CUT.MOV");
 
     // Cancelled: the fallback name, with the earlier path kept.
-    EXPECT_FALSE(App_FileSelectMovie_Action());
-    EXPECT_EQ(m.myAbsMovieName, "MASTER.MOV");
-    EXPECT_EQ(w.EF_RenderedMovie.Text(), "MASTER.MOV");
-    EXPECT_EQ(m.myAbsMoviePfad, "/films/Master Cut.mov");
-    EXPECT_EQ(platform.openDialogsShown.size(), 2u);
+    EXPECT_FALSE(App_FileSelectMovie_Action(d()));
+    EXPECT_EQ(m().myAbsMovieName, "MASTER.MOV");
+    EXPECT_EQ(m().myAbsMoviePfad, "/films/Master Cut.mov");
 }
 
-// ---- opening and closing ----
-
-enum class Entry { Button, Menu, Drop, Document, Close, Quit };
+enum class Entry { Button, Menu, Drop, Document, Close };
 
 TEST_F(HandlersTest, EveryOpeningAndClosingAsksAboutUnsavedChangesFirst) {
     const struct {
         const char* name;
-        bool modified;
-        std::string savedName;
+        bool modified, savedBefore;
         std::optional<DialogButton> answer;  // none: the question is not asked
-        bool saveSucceeds;
-        Log openCalls, closeCalls;  // closing always asks for the file, even with a known one
-        bool goesOn;
+        bool saveDialogAnswered, goesOn;
     } cases[] = {
-        {"unchanged", false, "a.edl", std::nullopt, true, {}, {}, true},
-        {"Save, never saved", true, "", DialogButton::Action, true, {"SaveAsDialog"}, {"SaveAsDialog"}, true},
-        {"Save, saved before", true, "a.edl", DialogButton::Action, true, {"SaveOhneDialog"}, {"SaveAsDialog"}, true},
-        {"Save, dialog cancelled", true, "", DialogButton::Action, false, {"SaveAsDialog"}, {"SaveAsDialog"}, false},
-        {"Save, not written", true, "a.edl", DialogButton::Action, false, {"SaveOhneDialog"}, {"SaveAsDialog"}, false},
-        {"Don't Save", true, "a.edl", DialogButton::Alternate, true, {}, {}, true},
-        {"Cancel", true, "", DialogButton::Cancel, true, {}, {}, false},
-        {"closed", true, "", DialogButton::None, true, {}, {}, false},
+        {"unchanged", false, true, std::nullopt, false, true},
+        {"Save, never saved", true, false, DialogButton::Action, true, true},
+        {"Save, saved before", true, true, DialogButton::Action, true, true},
+        {"Save, dialog cancelled", true, false, DialogButton::Action, false, false},
+        {"Don't Save", true, true, DialogButton::Alternate, false, true},
+        {"Cancel", true, false, DialogButton::Cancel, false, false},
+        {"closed", true, false, DialogButton::None, false, false},
     };
-    MainWindow().Title = "Reel 3.edl";
-    const char* entryNames[] = {"button", "menu", "drop", "document", "close", "quit"};
-    for (Entry entry : {Entry::Button, Entry::Menu, Entry::Drop, Entry::Document, Entry::Close, Entry::Quit}) {
+    const char* entryNames[] = {"button", "menu", "drop", "document", "close"};
+    for (Entry entry : {Entry::Button, Entry::Menu, Entry::Drop, Entry::Document, Entry::Close}) {
         for (const auto& c : cases) {
             SCOPED_TRACE(std::string(entryNames[int(entry)]) + ": " + c.name);
-            CloseSmallWindows();
-            g_calls.clear();
-            platform.messageDialogsShown.clear();
-            Module1.isModified = c.modified;
-            Module1.mySavedAbsDateiName = c.savedName;
-            g_saveSucceeds = c.saveSucceeds;
+            d().frameRate.open = d().frameRateIfDroped.open = false;
+            platform = {};
+            w().Title = "Reel 3.edl";
+            m().isModified = c.modified;
+            const FolderItem saved = WriteFile("saved.edl", "old");
+            m().mySavedAbsDateiName = c.savedBefore ? saved.Name() : "";
+            m().mySavedAbsDateiPfad = c.savedBefore ? saved.AbsolutePath() : "";
             if (c.answer) platform.messageDialogAnswers.push_back(*c.answer);
+            if (c.saveDialogAnswered) platform.saveDialogAnswers.push_back(File("answered.edl"));
             const FolderItem file("/lists/cut.edl");
-            const bool closing = entry == Entry::Close || entry == Entry::Quit;
             switch (entry) {
-                case Entry::Button: BtnOpenEDL_Action(); break;
-                case Entry::Menu: EXPECT_FALSE(App_FileOpen_Action()); break;
-                case Entry::Drop: EditField1_DropObject(file); break;
-                case Entry::Document: App_Event_OpenDocument(file); break;
-                case Entry::Close:
-                case Entry::Quit: EXPECT_EQ(MainWindow_Event_CancelClose(entry == Entry::Quit), !c.goesOn); break;
+                case Entry::Button: BtnOpenEDL_Action(d()); break;
+                case Entry::Menu: EXPECT_FALSE(App_FileOpen_Action(d())); break;
+                case Entry::Drop: EditField1_DropObject(d(), file); break;
+                case Entry::Document: App_Event_OpenDocument(d(), file); break;
+                case Entry::Close: EXPECT_EQ(MainWindow_Event_CancelClose(d(), false), !c.goesOn); break;
             }
             ASSERT_EQ(platform.messageDialogsShown.size(), c.answer ? 1u : 0u);
-            if (c.answer) {
+            if (c.answer)
                 EXPECT_EQ(Shown(platform.messageDialogsShown[0]),
                           "1|Do you want to save the changes to \"Reel 3.edl\"?|If you don't save, your changes will "
                           "be lost.|Save|Don't Save|Cancel");
-            }
-            EXPECT_EQ(g_calls, closing ? c.closeCalls : c.openCalls);
+            // Closing always asks for the file, even with a known one.
+            const bool asksName = c.answer == DialogButton::Action && (entry == Entry::Close || !c.savedBefore);
+            EXPECT_EQ(platform.saveDialogsShown.size(), asksName ? 1u : 0u);
             const bool droped = entry == Entry::Drop || entry == Entry::Document;
-            EXPECT_EQ(FrameRateWindowExists(), c.goesOn && !droped && !closing);
-            EXPECT_EQ(FrameRateWindowIfDropedExists(), c.goesOn && droped);
+            EXPECT_EQ(FrameRateWindowExists(d()), c.goesOn && (entry == Entry::Button || entry == Entry::Menu));
+            EXPECT_EQ(FrameRateWindowIfDropedExists(d()), c.goesOn && droped);
             EXPECT_TRUE(platform.messages.empty());
         }
     }
 }
 
 TEST_F(HandlersTest, DropsAndDocumentsWithoutAFileTellTheUserAndGoOn) {
-    struct Case {
-        const char* name;
-        void (*entry)(const FolderItemRef&);
-        const char* message;
+    const std::vector<std::pair<void (*)(Desktop&, const FolderItemRef&), const char*>> cases = {
+        {EditField1_DropObject, "Error whith File-Drop\r\rOnly one EDL can be drop to the application!"},
+        {App_Event_OpenDocument, "Error whith File Drag and Drop\r\rOnly one EDL can be drop to the application!"},
     };
-    const std::vector<Case> cases = {
-        {"drop", EditField1_DropObject,
-         "Error whith File-Drop\r\rOnly one EDL can be drop to the application!"},
-        {"document", App_Event_OpenDocument,
-         "Error whith File Drag and Drop\r\rOnly one EDL can be drop to the application!"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        CloseSmallWindows();
+    for (const auto& [entry, message] : cases) {
+        d().frameRateIfDroped.open = false;
         platform.messages.clear();
-        Module1.DropedFolderItem = FolderItem("/lists/earlier.edl");
-        c.entry(std::nullopt);
-        EXPECT_EQ(platform.messages, std::vector<std::string>{c.message});
-        EXPECT_EQ(Module1.DropedFolderItem, FolderItem("/lists/earlier.edl"));
-        EXPECT_TRUE(FrameRateWindowIfDropedExists());
-
-        c.entry(FolderItem("/lists/new.edl"));
-        EXPECT_EQ(Module1.DropedFolderItem, FolderItem("/lists/new.edl"));
+        m().DropedFolderItem = FolderItem("/lists/earlier.edl");
+        entry(d(), std::nullopt);
+        EXPECT_EQ(platform.messages, std::vector<std::string>{message});
+        EXPECT_EQ(m().DropedFolderItem, FolderItem("/lists/earlier.edl"));
+        EXPECT_TRUE(FrameRateWindowIfDropedExists(d()));
     }
 }
 
-// ---- the frame-rate question ----
-
-TEST_F(HandlersTest, FrameRateWindowsOpenOnPalAndTakeTheRows) {
-    struct Window {
-        const char* title;
-        FrameRateWindowState& (*accessor)();
-        bool (*exists)();
-        void (*change)();
-        void (*ok)();
-        const char* load;
-    };
-    const std::vector<Window> windows = {
-        {"Select Frame-Rate", FrameRateWindow, FrameRateWindowExists, FrameRateWindow_PopupMenu1_Change,
-         FrameRateWindow_PushButton1_Action, "Open_CMX"},
-        {"Select Frame-Rate of droped EDL", FrameRateWindowIfDroped, FrameRateWindowIfDropedExists,
-         FrameRateWindowIfDroped_PopupMenu1_Change, FrameRateWindowIfDroped_PushButton1_Action,
-         "FileDropedInEditField"},
-    };
-    struct Row {
-        int index;
-        double rate;
-    };
-    const std::vector<Row> rows = {{0, 30.0}, {1, 25.0}, {2, 24.0}, {3, 24.0}, {-1, 24.0}};
-    for (const Window& win : windows) {
-        SCOPED_TRACE(win.title);
-        Module1.prefDefaultFrameRate = 0.0;
-        Module1.frameRateTmp = 0.0;
-        Module1.dropFrameTmp = true;
-        FrameRateWindowState& w = win.accessor();
-        EXPECT_EQ(w.Title, win.title);
-        EXPECT_EQ(w.PopupMenu1.ListIndex, 1);
-        EXPECT_EQ(Module1.prefDefaultFrameRate, 25.0);
-        EXPECT_EQ(Module1.frameRateTmp, 25.0);
-        EXPECT_FALSE(Module1.dropFrameTmp);
-
-        for (const Row& r : rows) {
-            SCOPED_TRACE(r.index);
-            w.PopupMenu1.ListIndex = r.index;
-            win.change();
-            EXPECT_EQ(Module1.frameRateTmp, r.rate);  // a row outside the three changes nothing
+TEST_F(HandlersTest, FrameRateWindowsOpenOnPalTakeTheRowsAndLoad) {
+    const FolderItem list = WriteFile("cut.edl", kList);
+    for (bool droped : {false, true}) {
+        SCOPED_TRACE(droped ? "droped" : "open");
+        m().frameRateTmp = 0.0;
+        FrameRateWindowState& win = droped ? FrameRateWindowIfDroped(d()) : FrameRateWindow(d());
+        EXPECT_EQ(win.PopupMenu1.ListIndex, 1);
+        EXPECT_EQ(m().frameRateTmp, 25.0);
+        for (auto [row, rate] : {std::pair{0, 30.0}, {2, 24.0}, {3, 24.0}, {1, 25.0}, {0, 30.0}}) {
+            win.PopupMenu1.ListIndex = row;
+            droped ? FrameRateWindowIfDroped_PopupMenu1_Change(d()) : FrameRateWindow_PopupMenu1_Change(d());
+            EXPECT_EQ(m().frameRateTmp, rate);  // a row outside the three changes nothing
         }
-
-        // The choice is not remembered: the next window opens on PAL again.
-        win.ok();
-        EXPECT_FALSE(win.exists());
-        EXPECT_EQ(g_calls, Log{win.load});
-        g_calls.clear();
-        EXPECT_EQ(win.accessor().PopupMenu1.ListIndex, 1);
-        EXPECT_EQ(Module1.frameRateTmp, 25.0);
+        m().DropedFolderItem = list;
+        platform.openDialogAnswers.push_back(list);
+        droped ? FrameRateWindowIfDroped_PushButton1_Action(d()) : FrameRateWindow_PushButton1_Action(d());
+        EXPECT_FALSE(droped ? FrameRateWindowIfDropedExists(d()) : FrameRateWindowExists(d()));
+        EXPECT_EQ(m().frameRate, 30.0);
+        EXPECT_EQ(w().Title, "cut.edl");
     }
 }
 
 TEST_F(HandlersTest, FileTypes) {
-    struct Case {
-        const FileType& type;
-        const char* name;
-        bool accepted;
-    };
-    const std::vector<Case> cases = {
-        {FileTypes1.pText, "cut.edl", true},   {FileTypes1.pText, "CUT.EDL", true},
+    const std::vector<std::tuple<const FileType&, const char*, bool>> cases = {
+        {FileTypes1.pText, "cut.edl", true},     {FileTypes1.pText, "CUT.EDL", true},
         {FileTypes1.pText, "cut.edl.txt", false}, {FileTypes1.pText, "edl", false},
-        {FileTypes1.pText, ".edl", true},      {FileTypes1.pMovie, "a.mov", true},
-        {FileTypes1.pMovie, "a.AVI", true},    {FileTypes1.pMovie, "a.mp4", false},
+        {FileTypes1.pMovie, "a.AVI", true},       {FileTypes1.pMovie, "a.mp4", false},
     };
-    for (const Case& c : cases) EXPECT_EQ(FileTypeAccepts(c.type, c.name), c.accepted) << c.name;
+    for (const auto& [type, name, accepted] : cases) EXPECT_EQ(FileTypeAccepts(type, name), accepted) << name;
 }
 
 }  // namespace

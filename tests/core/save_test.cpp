@@ -3,11 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <memory>
-#include <string>
 
 #include "fixtures.hpp"
-#include "writer/writer.hpp"
+#include "ui/handlers.hpp"
+#include "vornelt/convert.hpp"
 
 namespace vornelt::testing {
 namespace {
@@ -20,17 +19,17 @@ class SaveTest : public Fixture {
 protected:
     void SetUp() override {
         Fixture::SetUp();
-        Module1.edlFormat = "CMX";
-        Module1.myAbsDateiName = "reel1.v2.edl";
-        Module1.myAbsDateiFolderItem = FolderItem(dir_.string());
+        m().edlFormat = "CMX";
+        m().myAbsDateiName = "reel1.v2.edl";
+        m().myAbsDateiFolderItem = FolderItem(dir_.string());
         // A mixed line end, and É, which Mac OS Roman holds as 0x83.
-        Module1.finalCMXString = std::make_shared<const std::string>("TITLE: CAFÉ\rFCM: NON-DROP FRAME\n\r\n001\r");
-        Module1.isModified = true;
+        m().finalCMXString = std::make_shared<const std::string>("TITLE: CAFÉ\rFCM: NON-DROP FRAME\n\r\n001\r");
+        m().isModified = true;
     }
     // Saves through the dialog into the test's folder.
     void SaveAs(const std::string& name) {
         platform.saveDialogAnswers.push_back(File(name));
-        SaveAsDialog();
+        SaveAsDialog(d());
     }
     std::string Saved(const std::string& name) const { return ReadBytes(File(name).AbsolutePath()); }
 
@@ -38,10 +37,15 @@ protected:
 };
 
 TEST_F(SaveTest, WholeListsFromFileToFileByteForByte) {
+    // Each box of the window with the option of the converter that stands for it.
     using W = MainWindowState;
-    CheckBox W::*const boxes[] = {&W::Chb_Mirror,          &W::Chb_V2,           &W::Chb_A1234,
-                                  &W::Chb_RemoveFreezeFrame, &W::Chb_RemoveSpeedChanges, &W::Chb_TransToDissolve,
-                                  &W::Chb_KeyToDissolve,   &W::Chb_ComntGenerateNew};
+    using O = ConvertOptions;
+    const std::pair<CheckBox W::*, bool O::*> boxes[] = {
+        {&W::Chb_Mirror, &O::mirror},           {&W::Chb_V2, &O::keys},
+        {&W::Chb_A1234, &O::audio},             {&W::Chb_RemoveFreezeFrame, &O::removeFreezeFrames},
+        {&W::Chb_RemoveSpeedChanges, &O::removeSpeedChanges}, {&W::Chb_TransToDissolve, &O::wipesToDissolves},
+        {&W::Chb_KeyToDissolve, &O::keysToDissolves},         {&W::Chb_ComntGenerateNew, &O::comments},
+    };
     const struct {
         const char *input, *expected;
         double rate;
@@ -61,45 +65,42 @@ TEST_F(SaveTest, WholeListsFromFileToFileByteForByte) {
         SCOPED_TRACE(c.expected);
         TearDown();
         Fixture::SetUp();
-        for (size_t i = 0; i < std::size(boxes); ++i) (MainWindow().*boxes[i]).Value = c.options[i];
-        MainWindow().PopupTransition.ListIndex = c.wipeNames;
+        O options{.fps = int(c.rate), .wipeNames = c.wipeNames ? WipeNames::Smpte : WipeNames::FinalCutPro};
+        for (size_t i = 0; i < std::size(boxes); ++i) {
+            (w().*boxes[i].first).Value = c.options[i];
+            options.*boxes[i].second = c.options[i];
+        }
+        w().PopupTransition.ListIndex = c.wipeNames;
         Load(TestData(c.input), c.rate, c.input);
         SaveAs("saved.edl");
         ASSERT_TRUE(platform.messages.empty()) << platform.messages.front();
         EXPECT_EQ(Saved("saved.edl"), TestData(c.expected));
+        // The window saves the very bytes of the converter.
+        EXPECT_EQ(vornelt::Convert(TestData(c.input), options, c.input).bytes, TestData(c.expected));
     }
 }
 
 TEST_F(SaveTest, SaveAsThenSaveAgain) {
-    SaveAs("out.edl");
-    ASSERT_EQ(platform.saveDialogsShown.size(), 1u);
-    const SaveDialogSpec& dialog = platform.saveDialogsShown[0];
-    EXPECT_EQ(dialog.Title, "Save EDL As CMX");
-    EXPECT_EQ(dialog.PromptText, "Save new EDL as...");
-    EXPECT_EQ(dialog.SuggestedFileName, "reel1 VORNELT.edl");
-    EXPECT_EQ(dialog.InitialDirectory, Module1.myAbsDateiFolderItem);
-    EXPECT_EQ(Saved("out.edl"), kBytes);
-    EXPECT_FALSE(Module1.isModified);
-    EXPECT_EQ(platform.windowModifiedMarks, std::vector<bool>{false});
-    EXPECT_EQ(MainWindow().Title, "out.edl");
-    EXPECT_EQ(MainWindow().Cursor, MouseCursor::StandardPointer);
-    EXPECT_EQ(Module1.mySavedAbsDateiPfad, File("out.edl").AbsolutePath());
-    EXPECT_EQ(Module1.mySavedAbsDateiFolderItem, FolderItem(dir_.string()));
-
-    Module1.isModified = true;
-    SaveOhneDialog();
-    EXPECT_EQ(platform.saveDialogsShown.size(), 1u);
-    EXPECT_EQ(Saved("out.edl"), kBytes);
-    EXPECT_FALSE(Module1.isModified);
-    EXPECT_TRUE(platform.messages.empty());
-}
-
-TEST_F(SaveTest, CancelledDialogMarksTheListUnsaved) {
-    Module1.isModified = false;
-    SaveAsDialog();
-    EXPECT_TRUE(Module1.isModified);
-    EXPECT_EQ(platform.windowModifiedMarks, std::vector<bool>{true});
+    m().isModified = false;
+    SaveAsDialog(d());  // cancelled: the list counts as unsaved
+    EXPECT_TRUE(m().isModified);
     EXPECT_TRUE(fs::is_empty(dir_));
+    SaveAs("out.edl");
+    ASSERT_EQ(platform.saveDialogsShown.size(), 2u);
+    EXPECT_EQ(platform.saveDialogsShown[1].SuggestedFileName, "reel1 VORNELT.edl");
+    EXPECT_EQ(platform.saveDialogsShown[1].InitialDirectory, m().myAbsDateiFolderItem);
+    EXPECT_EQ(Saved("out.edl"), kBytes);
+    EXPECT_FALSE(m().isModified);
+    EXPECT_EQ(platform.windowModifiedMarks, (std::vector<bool>{true, false}));
+    EXPECT_EQ(w().Title, "out.edl");
+    EXPECT_EQ(w().Cursor, MouseCursor::StandardPointer);
+
+    m().isModified = true;
+    SaveOhneDialog(d());
+    EXPECT_EQ(platform.saveDialogsShown.size(), 2u);
+    EXPECT_EQ(Saved("out.edl"), kBytes);
+    EXPECT_FALSE(m().isModified);
+    EXPECT_TRUE(platform.messages.empty());
 }
 
 TEST_F(SaveTest, FailuresKeepTheStateAndTheEarlierFile) {
@@ -110,15 +111,15 @@ TEST_F(SaveTest, FailuresKeepTheStateAndTheEarlierFile) {
             SetUp();
             SaveAs("keep.edl");
             const std::string earlier = Saved("keep.edl");
-            Module1.finalCMXString = std::make_shared<const std::string>(std::string(4096, 'X') + "\r");
-            Module1.isModified = true;
+            m().finalCMXString = std::make_shared<const std::string>(std::string(4096, 'X') + "\r");
+            m().isModified = true;
             platform.messages.clear();
             platform.failCreateTextFile = !halfWay;
             platform.failWriteAfterBytes = halfWay ? std::optional<size_t>(100) : std::nullopt;
-            secondRoad ? SaveOhneDialog() : SaveAs("keep.edl");
+            secondRoad ? SaveOhneDialog(d()) : SaveAs("keep.edl");
             EXPECT_EQ(platform.messages, kSaveError);
-            EXPECT_TRUE(Module1.isModified);
-            EXPECT_EQ(MainWindow().Cursor, MouseCursor::Wait);
+            EXPECT_TRUE(m().isModified);
+            EXPECT_EQ(w().Cursor, MouseCursor::Wait);
             EXPECT_EQ(Saved("keep.edl"), earlier);
             EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator()), 1);
             platform.failCreateTextFile = false;
@@ -129,16 +130,16 @@ TEST_F(SaveTest, FailuresKeepTheStateAndTheEarlierFile) {
 
 TEST_F(SaveTest, SecondRoadWithoutAFile) {
     // No path: the message, and the pointer back.
-    MainWindow().Cursor = MouseCursor::Wait;
-    SaveOhneDialog();
+    w().Cursor = MouseCursor::Wait;
+    SaveOhneDialog(d());
     EXPECT_EQ(platform.beeps, 1);
     EXPECT_EQ(platform.messages, kSaveError);
-    EXPECT_EQ(MainWindow().Cursor, MouseCursor::StandardPointer);
+    EXPECT_EQ(w().Cursor, MouseCursor::StandardPointer);
     // The file moved away: the dialog, named after the loaded file, without a word.
     SaveAs("moved.edl");
     fs::remove(File("moved.edl").AbsolutePath());
-    Module1.myAbsDateiName = "other.edl";
-    SaveOhneDialog();
+    m().myAbsDateiName = "other.edl";
+    SaveOhneDialog(d());
     ASSERT_EQ(platform.saveDialogsShown.size(), 2u);
     EXPECT_EQ(platform.saveDialogsShown[1].SuggestedFileName, "other VORNELT.edl");
     EXPECT_EQ(platform.messages.size(), 1u);

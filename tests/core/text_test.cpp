@@ -1,27 +1,25 @@
-// The text operations, the two character sets and the timecode conversions.
+// The text operations, the two character sets, the timecode conversions, and the compact
+// table of texts: references into the document, copies that share until one changes,
+// pieces of the rendered list that outlive it, and an arena that does not grow.
 #include <gtest/gtest.h>
 
 #include <climits>
 #include <cmath>
 
-#include "document/text.hpp"
 #include "document/timecode.hpp"
-#include "platform/encodings.hpp"
+#include "fixtures.hpp"
+#include "text/encodings.hpp"
 
 namespace vornelt {
 namespace {
 
 TEST(Text, ValReadsTheLeadingNumberOnly) {
-    struct Case {
-        const char* text;
-        double value;
-    } cases[] = {
-        {"025", 25},   {"-12.5", -12.5}, {"+3", 3},     {"5.", 5},        {".5", 0.5},
-        {"1.2.3", 1.2}, {"1e5", 1},      {"0x10", 0},   {" 5", 0},        {"B 025", 0},
-        {"", 0},       {"-", 0},         {".", 0},      {"-.5x", -0.5},   {"12ab", 12},
-        {"000.0", 0},  {"1A", 1},        {"AB", 0},     {"99", 99},       {"-0", 0},
+    const std::pair<const char*, double> cases[] = {
+        {"025", 25}, {"-12.5", -12.5}, {"+3", 3}, {"5.", 5},   {".5", 0.5},      {"1.2.3", 1.2}, {"1e5", 1},
+        {"0x10", 0}, {" 5", 0},        {"", 0},   {"-", 0},    {".", 0},         {"-.5x", -0.5}, {"12ab", 12},
+        {"AB", 0},   {"B 025", 0},     {"-0", 0}, {"000.0", 0},
     };
-    for (const Case& c : cases) EXPECT_EQ(Val(c.text), c.value) << c.text;
+    for (auto [text, value] : cases) EXPECT_EQ(Val(text), value) << text;
     EXPECT_TRUE(std::isinf(Val(std::string(400, '9'))));
 }
 
@@ -47,39 +45,32 @@ struct Gives {
 
 TEST(Text, CutsSearchesAndFormats) {
     const Gives cases[] = {
-        {Mid("abcdef", 3, 2), "cd"},      {Mid("abcdef", 3), "cdef"},     {Mid("abcdef", 5, 100), "ef"},
-        {Mid("abcdef", 0, 3), "abc"},     {Mid("abcdef", -3, 6), "abcdef"}, {Mid("abcdef", 9, 2), ""},
-        {Mid("abc", 2, -1), ""},          {Left("abc", 10), "abc"},       {Left("abc", -1), ""},
-        {Right("abcdef", 11), "abcdef"},  {Right("abcdef", 2), "ef"},     {Str(Len("caf\xC3\xA9")), "4"},
-        {Mid("caf\xC3\xA9!", 4, 1), "\xC3\xA9"}, {Right("x\xC3\xA9y", 2), "\xC3\xA9y"},
-        {Left("\xE2\x82\xAC" "12", 2), "\xE2\x82\xAC" "1"},
+        {Mid("abcdef", 3, 2), "cd"},        {Mid("abcdef", 3), "cdef"},  {Mid("abcdef", 5, 100), "ef"},
+        {Mid("abcdef", -3, 6), "abcdef"},   {Mid("abcdef", 9, 2), ""},   {Mid("abc", 2, -1), ""},
+        {Left("abc", 10), "abc"},           {Left("abc", -1), ""},       {Right("abcdef", 11), "abcdef"},
+        {Right("abcdef", 2), "ef"},         {Str(Len("caf\xC3\xA9")), "4"}, {Mid("caf\xC3\xA9!", 4, 1), "\xC3\xA9"},
+        {Right("x\xC3\xA9y", 2), "\xC3\xA9y"}, {Left("\xE2\x82\xAC" "12", 2), "\xE2\x82\xAC" "1"},
         // Trimming touches blanks only: a no-break space and a tab are characters.
-        {Trim("  a b  "), "a b"},         {RTrim("  a  "), "  a"},        {Trim("\xC2\xA0" "a"), "\xC2\xA0" "a"},
-        {Trim("\ta"), "\ta"},            {Trim("    "), ""},
+        {Trim("  a b  "), "a b"}, {RTrim("  a  "), "  a"}, {Trim("\xC2\xA0" "a"), "\xC2\xA0" "a"}, {Trim("\ta"), "\ta"},
+        {Trim("    "), ""},
         // Searches ignore case, one character folding to one, positions in characters.
         {Str(InStr("TITLE: x", "title:")), "1"},  {Str(InStr(9, "01:00:00:00", ":")), "9"},
         {Str(InStr(10, "01:00:00:00", ":")), "0"}, {Str(InStr(1, "abc", "")), "0"},
-        {Str(InStr(5, "abc", "c")), "0"},          {Str(InStr("\xC3\xA9t\xC3\xA9 K", "k")), "5"},
-        {Str(InStr("STRASSE", "\xC3\x9F")), "0"}, {Str(InStr("\xC3\x84pfel", "\xC3\xA4")), "1"},
-        {Str(InStr("x\xE2\x84\xAA", "k")), "2"},  // the Kelvin sign folds to "k"
+        {Str(InStr("\xC3\xA9t\xC3\xA9 K", "k")), "5"}, {Str(InStr("STRASSE", "\xC3\x9F")), "0"},
+        {Str(InStr("\xC3\x84pfel", "\xC3\xA4")), "1"}, {Str(InStr("x\xE2\x84\xAA", "k")), "2"},  // the Kelvin sign
         {ReplaceAll("Non-Drop_frame", "-", ""), "NonDrop_frame"}, {ReplaceAll("aAaA", "a", "b"), "bbbb"},
         {ReplaceAll("\xC3\xA9X\xC3\x89", "\xC3\xA9", "e"), "eXe"},  {ReplaceAll("abc", "", "x"), "abc"},
-        // Capitals by the full mapping.
+        // Capitals by the full mapping; "\xEF\xAC\x81" is the "fi" ligature.
         {Uppercase("final cut.mov"), "FINAL CUT.MOV"}, {Uppercase("stra\xC3\x9F" "e"), "STRASSE"},
-        {Uppercase("\xEF\xAC\x81"), "FI"},  // the "fi" ligature
-        {Uppercase("\xC3\xA9t\xC3\xA9"), "\xC3\x89T\xC3\x89"}, {Uppercase("123 -_"), "123 -_"},
+        {Uppercase("\xEF\xAC\x81"), "FI"},         {Uppercase("\xC3\xA9t\xC3\xA9"), "\xC3\x89T\xC3\x89"},
         // Zero fill and signs.
-        {Format(1, "000"), "001"},        {Format(1000, "000"), "1000"},  {Format(-5, "000"), "-005"},
-        {Format(42, "0000"), "0042"},     {Format(10000, "0000"), "10000"}, {Format(INT32_MIN, "000"), "-2147483648"},
-        {Format(-12, "-#"), "-12"},       {Format(12, "-#"), "12"},       {Str(25.0), "25"},
-        {Str(-3), "-3"},                  {Str(0.5), "0.5"},
+        {Format(1, "000"), "001"}, {Format(1000, "000"), "1000"}, {Format(-5, "000"), "-005"}, {Format(12, "-#"), "12"},
+        {Format(INT32_MIN, "000"), "-2147483648"}, {Format(-12, "-#"), "-12"}, {Str(25.0), "25"}, {Str(-3), "-3"},
+        {Str(0.5), "0.5"},
     };
     for (size_t i = 0; i < std::size(cases); ++i) EXPECT_EQ(cases[i].got, cases[i].want) << "case " << i;
-    EXPECT_TRUE(EqualsCI("w001", "W001"));
-    EXPECT_FALSE(EqualsCI("W0010", "W001"));
-    EXPECT_TRUE(EqualsCI("\xC3\x89T\xC3\x89", "\xC3\xA9t\xC3\xA9"));
-    EXPECT_TRUE(StartsWithCI("m2 AX", "M2"));
-    EXPECT_FALSE(StartsWithCI(" M2", "M2") || StartsWithCI("M", "M2"));
+    EXPECT_TRUE(EqualsCI("w001", "W001") && EqualsCI("\xC3\x89T\xC3\x89", "\xC3\xA9t\xC3\xA9") && StartsWithCI("m2 AX", "M2"));
+    EXPECT_FALSE(EqualsCI("W0010", "W001") || StartsWithCI(" M2", "M2") || StartsWithCI("M", "M2"));
     const auto pieces = Split("a\r\rb\r", "\r");  // empty pieces are kept
     EXPECT_EQ(std::vector<std::string>(pieces.begin(), pieces.end()), (std::vector<std::string>{"a", "", "b", ""}));
     EXPECT_EQ(Split("", "\r").size(), 1u);
@@ -104,11 +95,10 @@ TEST(Encodings, WindowsLatin1KeepsEveryByte) {
 }
 
 TEST(Encodings, MacRomanWritesOneBytePerCharacter) {
-    EXPECT_EQ(EncodeMacRoman("\xE2\x82\xAC"), "\xDB");
-    EXPECT_EQ(EncodeMacRoman("\xC3\xA9"), "\x8E");
-    EXPECT_EQ(EncodeMacRoman("\xCE\xA9"), "\xBD");        // Omega
-    EXPECT_EQ(EncodeMacRoman("\xC2\xA4"), "?");            // the currency sign has no byte
-    EXPECT_EQ(EncodeMacRoman("\xF0\x9F\x8E\xAC" "x"), "?x");  // one "?" per code point
+    // The euro sign, "é", Omega; the currency sign has no byte; one "?" per code point.
+    for (auto [text, bytes] : {std::pair{"\xE2\x82\xAC", "\xDB"}, {"\xC3\xA9", "\x8E"}, {"\xCE\xA9", "\xBD"},
+                               {"\xC2\xA4", "?"}, {"\xF0\x9F\x8E\xAC" "x", "?x"}})
+        EXPECT_EQ(EncodeMacRoman(text), bytes) << text;
     EXPECT_EQ(EncodeListForSaving("a\rb\nc\r\nd\r"), "a\r\nb\r\nc\r\nd\r\n");
     EXPECT_EQ(EncodeListForSaving("\xC3\xA9\r"), "\x8E\r\n");
     // In pieces, the same bytes: no piece splits a CR LF or a character.
@@ -130,40 +120,89 @@ std::string ToTc(int rate, int32_t f) {
     return rate == 24 ? Frames24_to_TC(f) : rate == 25 ? Frames25_to_TC(f) : Frames30NonDrop_to_TC(f);
 }
 
-TEST(Timecode, WorkedValues) {
-    const struct {
-        int rate;
-        const char* tc;
-        int32_t frames;
-    } cases[] = {
-        {25, "00:00:01:00", 25},     {25, "00:01:00:00", 1500},     {25, "01:00:00:00", 90000},
-        {24, "01:00:00:00", 86400},  {30, "01:00:00:00", 108000},   {25, "10:00:00:10", 900010},
+TEST(Timecode, WorkedValuesAndEdgesOfTheScale) {
+    const std::tuple<int, const char*, int32_t> cases[] = {
+        {25, "00:00:01:00", 25},      {25, "00:01:00:00", 1500},    {25, "01:00:00:00", 90000},
+        {24, "01:00:00:00", 86400},   {30, "01:00:00:00", 108000},  {25, "10:00:00:10", 900010},
         {25, "23:59:59:24", 2159999}, {25, "24:00:00:00", 2160000},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(ToFrames(c.rate, c.tc), c.frames) << c.tc;
-        EXPECT_EQ(ToTc(c.rate, c.frames), c.tc);
+    for (const auto& [rate, tc, frames] : cases) {
+        EXPECT_EQ(ToFrames(rate, tc), frames) << tc;
+        EXPECT_EQ(ToTc(rate, frames), tc);
     }
-}
-
-TEST(Timecode, EdgesOfTheScale) {
-    EXPECT_EQ(Frames25_to_TC(0), "00:00:00:00");
-    EXPECT_EQ(Frames25_to_TC(9000000), "100:00:00:00");
-    EXPECT_EQ(TC_to_Frame25("00:00:00:30"), 30);  // no carry on the way in
-    EXPECT_EQ(Frames25_to_TC(30), "00:00:01:05");  // but on the way out
-    EXPECT_EQ(Frames25_to_TC(-1), "-01:-01:-01:24");
-    EXPECT_EQ(TC_to_Frame25("ab:cd:ef:gh"), 0);
-    EXPECT_EQ(TC_to_Frame25("1A:00:00:00"), 90000);
-    EXPECT_EQ(TC_to_Frame25(""), 0);
-    EXPECT_EQ(TC_to_Frame25("00:61:00:00"), 61 * 1500);
-    EXPECT_FALSE(Frames24_to_TC(INT32_MIN).empty());
-    EXPECT_FALSE(Frames30NonDrop_to_TC(INT32_MAX).empty());
+    const Gives edges[] = {
+        {Str(TC_to_Frame25("00:00:00:30")), "30"}, {Frames25_to_TC(30), "00:00:01:05"},  // a carry on the way out only
+        {Frames25_to_TC(-1), "-01:-01:-01:24"},      {Str(TC_to_Frame25("ab:cd:ef:gh")), "0"},
+        {Str(TC_to_Frame25("1A:00:00:00")), "90000"}, {Str(TC_to_Frame25("")), "0"},
+        {Str(TC_to_Frame25("00:61:00:00")), "91500"}, {Frames25_to_TC(9000000), "100:00:00:00"},
+    };
+    for (const Gives& c : edges) EXPECT_EQ(c.got, c.want);
+    EXPECT_FALSE(Frames24_to_TC(INT32_MIN).empty() || Frames30NonDrop_to_TC(INT32_MAX).empty());
 }
 
 TEST(Timecode, RoundTripBelowOneHundredHours) {
     for (int rate : {24, 25, 30})
         for (int64_t n = 0; n < int64_t(100) * 3600 * rate; n += 997)
             ASSERT_EQ(ToFrames(rate, ToTc(rate, int32_t(n))), n);
+}
+
+TEST(TextColumn, ReferencesTheDocumentAndCopiesTheRest) {
+    auto doc = std::make_shared<const std::string>("001 AX V C");
+    TextColumn t;
+    t.AttachDocument(doc);
+    for (std::string_view text : {std::string_view(*doc).substr(4, 2), std::string_view("**"), std::string_view()})
+        t.push_back(text);
+    EXPECT_EQ(testing::Joined(t), "AX|**|");
+    EXPECT_EQ(t(0).data(), doc->data() + 4);  // no copy
+    EXPECT_EQ(t.Get(3), "");
+    EXPECT_EQ(t.Get(-1), "");
+}
+
+TEST(TextColumn, ACopySharesUntilEitherChanges) {
+    TextColumn read, copy, again;
+    for (const char* s : {"C", "W001", "K"}) read.push_back(s);
+    copy.CopyFrom(read);
+    copy.set(1, "D");
+    read.set(0, "X");
+    EXPECT_EQ(testing::Joined(copy) + " " + testing::Joined(read), "C|D|K X|W001|K");
+    copy.clear();
+    again.CopyFrom(read);
+    read.clear();
+    again.push_back("Z");
+    EXPECT_EQ(testing::Joined(again), "X|W001|K|Z");
+}
+
+TEST(TextColumn, OutsidePiecesOutliveTheirBuffer) {
+    TextColumn t;
+    t.assign_empty(4);
+    t.set(3, "M2 note");
+    auto first = std::make_shared<const std::string>("line zero\rline one\r");
+    TextColumn::Piece p1[] = {{0, 0, 9}, {1, 10, 8}};
+    t.SetOutsidePieces(first, p1);
+    EXPECT_EQ(testing::Joined(t), "line zero|line one||M2 note");
+    // The next rendering sets row 1 only: row 0 keeps its last text after the first buffer goes.
+    std::weak_ptr<const std::string> gone = first;
+    auto second = std::make_shared<const std::string>("LINE ONE\r");
+    TextColumn::Piece p2[] = {{1, 0, 8}};
+    t.SetOutsidePieces(second, p2);
+    first.reset();
+    EXPECT_TRUE(gone.expired());
+    EXPECT_EQ(testing::Joined(t), "line zero|LINE ONE||M2 note");
+}
+
+TEST(TextColumn, SettingTheSameFewTextsOverAndOverDoesNotGrow) {
+    TextColumn t;
+    t.assign_empty(1000);
+    for (int round = 0; round < 50; ++round)
+        for (size_t i = 0; i < 1000; ++i) t.set(i, (i + size_t(round)) % 2 ? "K" : "D");
+    EXPECT_LT(t.OwnBytes(), 1000 * 8 + 4096);
+    // Long texts set again and again are compacted.
+    TextColumn lines;
+    lines.assign_empty(100);
+    for (int round = 0; round < 2000; ++round)
+        for (size_t i = 0; i < 100; ++i) lines.set(i, std::string(80, char('a' + round % 26)));
+    EXPECT_EQ(lines(7), std::string(80, char('a' + 1999 % 26)));
+    EXPECT_LT(lines.OwnBytes(), size_t(4) << 20);
 }
 
 }  // namespace

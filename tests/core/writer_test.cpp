@@ -1,10 +1,11 @@
 // The writer: whole lists byte for byte, the event line's fields, the reel field, the note
-// rows and the generated comment lines.
+// rows and the generated comment lines; the wipe names and the order of a comment block.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
 #include "fixtures.hpp"
+#include "vocabulary/vocabulary.hpp"
 #include "writer/writer.hpp"
 
 namespace vornelt::testing {
@@ -23,17 +24,14 @@ std::string Expected(const std::string& name) {
 // Fills the tables that the writer reads, row by row, as a load leaves them.
 class WriterTest : public Fixture {
 protected:
-    void SetUp() override {
-        Fixture::SetUp();
-        Restart();
-    }
+    WriterTest() { Restart(); }
 
     // A fresh program holding the title and FCM rows; a plain list: audio kept, motion lines
     // removed, no mirror, no comments.
     void Restart() {
-        ResetProgramState();
+        Reset();
         clean_.clear();
-        Module1.boolA1234 = Module1.boolFreezeFrame = Module1.boolSpeedChange = true;
+        m().boolA1234 = m().boolFreezeFrame = m().boolSpeedChange = true;
         Note("TITLE: SOURCE");
         Note("FCM: NON-DROP FRAME");
     }
@@ -53,11 +51,11 @@ protected:
 
     // Renders and gives the list; the clip reels are formatted for the form then in force.
     std::string Render() {
-        Module1.maxZeilen = int32_t(Module1.copyCompletLine.size()) - 1;
-        Module1.cleanClipReelName.assign_empty(clean_.size());
-        for (size_t i = 0; i < clean_.size(); ++i) Module1.cleanClipReelName.set(i, FormatReelNames(clean_[i]));
-        NewEDL_02();
-        return *Module1.finalCMXString;
+        m().maxZeilen = int32_t(m().copyCompletLine.size()) - 1;
+        m().cleanClipReelName.assign_empty(clean_.size());
+        for (size_t i = 0; i < clean_.size(); ++i) m().cleanClipReelName.set(i, FormatReelNames(clean_[i], m().IsGrassValley));
+        NewEDL_02(m(), w(), platform);
+        return *m().finalCMXString;
     }
 
     static std::vector<std::string> Lines(const std::string& list) {
@@ -84,7 +82,7 @@ protected:
 
 private:
     void Push(const Row& r, const std::string& clean, double motion) {
-        Document& m = Module1;
+        Document& m = this->m();
         for (auto [t, v] : {std::pair{&m.copyCompletLine, &r.line}, {&m.copyEventNumberStr, &r.number},
                             {&m.copyReelNames, &r.reel}, {&m.copyMode, &r.mode}, {&m.copyTrans, &r.trans},
                             {&m.copyTransDur, &r.dur}, {&m.copyIsBTrack, &r.bTrack}, {&m.copySourceInTC, &r.tc[0]},
@@ -103,164 +101,130 @@ private:
 
 TEST_F(WriterTest, WholeListsByteForByte) {
     const struct {
-        const char* expected;
+        const char *expected, *reelName;
         bool gvg, mirror, comments, toDissolves;
         int listIndex;
-        const char* reelName;
     } cases[] = {
-        {"writer_table_cmx_plain.txt", false, false, false, false, 1, ""},
-        {"writer_table_gvg_plain.txt", true, false, false, false, 1, ""},
-        {"writer_table_cmx_mirror_comments.txt", false, true, true, false, 0, ""},
-        {"writer_table_gvg_master_comments.txt", true, true, true, false, 1, "master"},
-        {"writer_table_cmx_dissolves_comments.txt", false, false, true, true, 1, ""},
+        {"writer_table_cmx_plain.txt", "", false, false, false, false, 1},
+        {"writer_table_gvg_plain.txt", "", true, false, false, false, 1},
+        {"writer_table_cmx_mirror_comments.txt", "", false, true, true, false, 0},
+        {"writer_table_gvg_master_comments.txt", "master", true, true, true, false, 1},
+        {"writer_table_cmx_dissolves_comments.txt", "", false, false, true, true, 1},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.expected);
         Restart();
         PushDemoList(c.toDissolves);
-        Module1.IsGrassValley = c.gvg;
-        Module1.boolMirror = c.mirror;
-        Module1.boolGenerateNewComments = c.comments;
-        Module1.boolKeyToDissolve = c.toDissolves;
-        Module1.myAbsMovieName = "MASTER.MOV";
-        MainWindow().PopupTransition.ListIndex = c.listIndex;
-        MainWindow().EF_SeqTitle.SetText("  Demo ");
-        MainWindow().EF_ReelName.SetText(c.reelName);
+        m().IsGrassValley = c.gvg;
+        m().boolMirror = c.mirror;
+        m().boolGenerateNewComments = c.comments;
+        m().boolKeyToDissolve = c.toDissolves;
+        m().myAbsMovieName = "MASTER.MOV";
+        w().PopupTransition.ListIndex = c.listIndex;
+        w().EF_SeqTitle.SetText("  Demo ");
+        w().EF_ReelName.SetText(c.reelName);
         EXPECT_EQ(Render(), Expected(c.expected));
-        EXPECT_EQ(MainWindow().EditField1.Text, Module1.finalCMXString);
+        EXPECT_EQ(w().EditField1.Text, m().finalCMXString);
         // The table keeps each event line as written.
-        EXPECT_EQ(Lines(*Module1.finalCMXString).at(3), Module1.copyCompletLine(3));
+        EXPECT_EQ(Lines(*m().finalCMXString).at(3), m().copyCompletLine(3));
     }
 }
 
-TEST_F(WriterTest, EveryRunRendersTheSameAndMarksTheListModified) {
+TEST_F(WriterTest, EveryRunMarksTheListModified) {
     PushDemoList(false);
-    Module1.boolGenerateNewComments = true;
-    const std::string first = Render();
-    Module1.isModified = false;
-    EXPECT_EQ(Render(), first);
-    EXPECT_TRUE(Module1.isModified);
-    EXPECT_EQ(platform.windowModifiedMarks, (std::vector<bool>{true, true}));
-    EXPECT_EQ(platform.yields, 2 * (Module1.maxZeilen - 1));  // once per row from row 2
-    platform.setWindowModifiedResult = -5;
+    m().isModified = false;
+    Render();
+    EXPECT_TRUE(m().isModified);
+    EXPECT_EQ(platform.windowModifiedMarks, std::vector<bool>{true});
+    platform.setWindowModifiedResult = -5;  // the mark failed: its error number is shown
     Render();
     EXPECT_EQ(platform.messages, std::vector<std::string>{"Err: -5"});
 }
 
 TEST_F(WriterTest, NothingLoaded) {
-    Module1.copyCompletLine.clear();
-    Module1.maxZeilen = 0;
-    Module1.dropFrame = true;  // not looked at
-    NewEDL_02();
-    EXPECT_EQ(*Module1.finalCMXString, "TITLE: \rFCM: NON-DROP FRAME\r\r");
-    Module1.IsGrassValley = Module1.boolGenerateNewComments = true;
-    Module1.myAbsMovieName = "M.MOV";
-    NewEDL_02();
-    EXPECT_EQ(*Module1.finalCMXString, "\rSMPTE FRAME CODE\r\r* FROM CLIP NAME:  M.MOV\r\r");
+    m().copyCompletLine.clear();
+    m().maxZeilen = 0;
+    m().dropFrame = true;  // not looked at
+    NewEDL_02(m(), w(), platform);
+    EXPECT_EQ(*m().finalCMXString, "TITLE: \rFCM: NON-DROP FRAME\r\r");
+    m().IsGrassValley = m().boolGenerateNewComments = true;
+    m().myAbsMovieName = "M.MOV";
+    NewEDL_02(m(), w(), platform);
+    EXPECT_EQ(*m().finalCMXString, "\rSMPTE FRAME CODE\r\r* FROM CLIP NAME:  M.MOV\r\r");
 }
 
 TEST_F(WriterTest, RowsZeroAndOneAndShortTables) {
     for (size_t row : {size_t(0), size_t(1)}) {  // a file whose first two lines are events
-        Module1.copyEventNumberStr.set(row, "001");
-        Module1.copyMode.set(row, "V");
+        m().copyEventNumberStr.set(row, "001");
+        m().copyMode.set(row, "V");
     }
     Event(3, "C", "V", "C", "", kTc);
     Event(4, "C", "V", "C", "", kTc);
-    Module1.displayThisKeyEventLine.resize(3);  // row 3 has no flag
-    Module1.readOrigM2.clear();
+    m().displayThisKeyEventLine.resize(3);  // row 3 has no flag
+    m().readOrigM2.clear();
     EXPECT_EQ(Lines(Render()).size(), 5u);
-    Module1.maxZeilen = 10;  // beyond every table
-    NewEDL_02();
-    EXPECT_EQ(Lines(*Module1.finalCMXString).size(), 5u);
+    m().maxZeilen = 10;  // beyond every table
+    NewEDL_02(m(), w(), platform);
+    EXPECT_EQ(Lines(*m().finalCMXString).size(), 5u);
 }
 
 TEST_F(WriterTest, EventLineFields) {
-    const struct {
-        bool gvg, keyToDissolve;
-        int number;
-        const char *reel, *mode, *trans, *rest, *expected;  // the line up to the record timecodes
-    } cases[] = {
-        {false, false, 7, "R", "AAAA/V", "C", "", "007 R            C        10:00:00:00 10:00:01:00"},
-        {false, false, 7, "R", "V", "KB", "", "007 R        V       KB        10:00:00:00 10:00:01:00"},
-        {false, false, 7, "R", "V", "W0011", "010", "007 R        V         010 10:00:00:00 10:00:01:00"},
-        {false, false, 7, "R", "V", "D", "5", "007 R        V        D    5 10:00:00:00 10:00:01:00"},
-        {false, false, 7, "R", "V", "K", "B 025", "007 R        V        K B 025      10:00:00:00 10:00:01:00"},
-        {false, false, 1234, "R", "V", "C", "", "1234 R        V        C        10:00:00:00 10:00:01:00"},
-        {false, false, 7, "", "V", "C", "", "007  V        C        10:00:00:00 10:00:01:00"},
-        {false, true, 7, "R", "V", "D", "b", "*** R        V        D b      10:00:00:00 10:00:01:00"},
-        {true, true, 7, "R", "V", "D", "B", "**** R      V        D B      10:00:00:00 10:00:01:00 "},
+    // Number, reel, mode, transition, what follows it; the line up to the record timecodes. Keys
+    // as dissolves star the background row.
+    const std::tuple<int, const char*, const char*, const char*, const char*, const char*> cases[] = {
+        {7, "R", "AAAA/V", "C", "", "007 R            C        10:00:00:00 10:00:01:00"},
+        {7, "R", "V", "KB", "", "007 R        V       KB        10:00:00:00 10:00:01:00"},
+        {7, "R", "V", "W0011", "010", "007 R        V         010 10:00:00:00 10:00:01:00"},
+        {7, "R", "V", "D", "5", "007 R        V        D    5 10:00:00:00 10:00:01:00"},
+        {7, "R", "V", "K", "B 025", "007 R        V        K B 025      10:00:00:00 10:00:01:00"},
+        {1234, "R", "V", "C", "", "1234 R        V        C        10:00:00:00 10:00:01:00"},
+        {7, "", "V", "C", "", "007  V        C        10:00:00:00 10:00:01:00"},
+        {7, "R", "V", "D", "b", "*** R        V        D b      10:00:00:00 10:00:01:00"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [number, reel, mode, trans, rest, expected] : cases) {
         Restart();
-        Event(c.number, c.reel, c.mode, c.trans, c.rest, kTc);
-        Module1.IsGrassValley = c.gvg;
-        Module1.boolKeyToDissolve = c.keyToDissolve;
-        EXPECT_EQ(Lines(Render())[3], std::string(c.expected) + " 00:00:00:00 00:00:01:00");
+        Event(number, reel, mode, trans, rest, kTc);
+        m().boolKeyToDissolve = true;
+        EXPECT_EQ(Lines(Render())[3], std::string(expected) + " 00:00:00:00 00:00:01:00");
     }
 }
-
-struct ReelNameCase {
-    const char* name;
-    const char* cmx;
-    const char* gvg;
-};
 
 TEST(FormatReelNames, BothFormsAndIdempotent) {
-    // Characters count, not bytes: "Ä" is one character.
-    const ReelNameCase cases[] = {
-        {"ax", "      AX", "    AX"},
-        {"Ax", "      AX", "    AX"},
-        {"bl", "      BL", "    BL"},
-        {"aux", "AUX     ", "AUX   "},
-        {"black", "BLACK   ", "BLACK "},
-        {"BLACK1", "BLACK1  ", "BLACK1"},
-        {"A", "A       ", "A     "},
-        {"tape5", "tape5   ", "tape5 "},
-        {"ABCDEF", "ABCDEF  ", "ABCDEF"},
-        {"ABCDEFG", "ABCDEFG ", "ABCDEFG"},
-        {"ABCDEFGH", "ABCDEFGH", "ABCDEFGH"},
-        {"ABCDEFGHIJ", "ABCDEFGH", "ABCDEFGH"},
-        {"  TA PE 1 ", "TAPE1   ", "TAPE1 "},
-        {"B L", "      BL", "    BL"},
-        {"   ", "", ""},
-        {"", "", ""},
-        {"BÄNDER", "BÄNDER  ", "BÄNDER"},
-        {"ÄÄÄÄÄÄÄÄÄ", "ÄÄÄÄÄÄÄÄ", "ÄÄÄÄÄÄÄÄ"},
+    // Name, CMX, GVG. Characters count, not bytes: "Ä" is one character.
+    const char* cases[][3] = {
+        {"Ax", "      AX", "    AX"},         {"bl", "      BL", "    BL"},       {"B L", "      BL", "    BL"},
+        {"aux", "AUX     ", "AUX   "},        {"black", "BLACK   ", "BLACK "},     {"BLACK1", "BLACK1  ", "BLACK1"},
+        {"tape5", "tape5   ", "tape5 "},     {"ABCDEF", "ABCDEF  ", "ABCDEF"},   {"ABCDEFG", "ABCDEFG ", "ABCDEFG"},
+        {"ABCDEFGH", "ABCDEFGH", "ABCDEFGH"}, {"ABCDEFGHIJ", "ABCDEFGH", "ABCDEFGH"},
+        {"  TA PE 1 ", "TAPE1   ", "TAPE1 "}, {"   ", "", ""},                  {"", "", ""},
+        {"BÄNDER", "BÄNDER  ", "BÄNDER"},     {"ÄÄÄÄÄÄÄÄÄ", "ÄÄÄÄÄÄÄÄ", "ÄÄÄÄÄÄÄÄ"},
     };
     for (bool gvg : {false, true}) {
-        Module1.IsGrassValley = gvg;
-        for (const ReelNameCase& c : cases) {
-            const std::string once = FormatReelNames(c.name);
-            EXPECT_EQ(once, gvg ? c.gvg : c.cmx) << c.name << (gvg ? " GVG" : " CMX");
-            EXPECT_EQ(FormatReelNames(once), once) << c.name << (gvg ? " GVG" : " CMX");
+        for (const auto& [name, cmx, gvgForm] : cases) {
+            const std::string once = FormatReelNames(name, gvg);
+            EXPECT_EQ(once, gvg ? gvgForm : cmx) << name << (gvg ? " GVG" : " CMX");
+            EXPECT_EQ(FormatReelNames(once, gvg), once) << name << (gvg ? " GVG" : " CMX");
         }
     }
-    Module1.IsGrassValley = false;
 }
 
-TEST_F(WriterTest, ReelFieldAndSourceTimecodes) {
-    const struct {
-        bool gvg, mirror;
-        const char *reelName, *reel, *expected;
-    } cases[] = {
-        {false, false, "", "tape1", "tape1   "}, {false, false, "MASTER", "TAPE1", "TAPE1   "},
-        {false, true, "", "TAPE1", "RL0007  "},  {false, true, "", "bl", "      BL"},
-        {true, true, "", "BL", "    BL"},        {true, true, "", "aux", "AUX   "},
-        {false, true, "", "BLACK1", "RL0007  "}, {false, true, "MASTER", "BL", "MASTER  "},
-        {true, true, "MASTER", "AX", "MASTER"},  {false, true, "MA ST", "TAPE1", "MAST    "},
+TEST_F(WriterTest, TheReelFieldTakesTheOwnReelTheClipsOrTheMasters) {
+    // GVG, mirror, the reel name field, the event's reel, the field written; the chains named the event RL0007.
+    const std::tuple<bool, bool, const char*, const char*, const char*> cases[] = {
+        {false, false, "", "tape1", "tape1   "},  {false, false, "MASTER", "TAPE1", "TAPE1   "},
+        {false, true, "", "TAPE1", "RL0007  "},   {false, true, "", "bl", "      BL"},
+        {true, true, "", "aux", "AUX   "},        {false, true, "", "BLACK1", "RL0007  "},
+        {false, true, "MASTER", "BL", "MASTER  "}, {true, true, "MASTER", "AX", "MASTER"},
+        {false, true, "MA ST", "TAPE1", "MAST    "},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.reel) + " " + c.reelName);
+    for (const auto& [gvg, mirror, reelName, reel, expected] : cases) {
+        SCOPED_TRACE(std::string(reel) + " " + reelName);
         Restart();
-        Event(1, c.reel, "V", "C", "", kTc, "RL0007");
-        Module1.IsGrassValley = c.gvg;
-        Module1.boolMirror = c.mirror;
-        MainWindow().EF_ReelName.SetText(c.reelName);
-        const std::string line = Lines(Render())[3];
-        EXPECT_EQ(line.substr(c.gvg ? 5 : 4, std::string(c.expected).size()), c.expected);
-        // A mirror list's source side points at the record timecodes.
-        EXPECT_EQ(line.substr(line.size() - (c.gvg ? 48 : 47), 23),
-                  c.mirror ? "00:00:00:00 00:00:01:00" : "10:00:00:00 10:00:01:00");
+        Event(1, reel, "V", "C", "", kTc, "RL0007");
+        m().IsGrassValley = gvg;
+        m().boolMirror = mirror;
+        w().EF_ReelName.SetText(reelName);
+        EXPECT_EQ(Lines(Render())[3].substr(gvg ? 5 : 4, std::string_view(expected).size()), expected);
     }
 }
 
@@ -270,28 +234,22 @@ TEST_F(WriterTest, NoteRows) {
         double motion;
         bool removeSpeed, removeFreeze, audio, written;
     } cases[] = {
-        {"M2 R 025.0 01:00:00:00", 25.0, false, false, true, true},
-        {"M2 R 025.0 01:00:00:00", 25.0, true, false, true, false},
-        {"M2 R 000.0 01:00:00:00", 0.0, true, false, true, true},
-        {"M2 R 000.0 01:00:00:00", 0.0, false, true, true, false},
-        {"M2 R -12.5 01:00:00:00", -12.5, true, false, true, false},
-        {"PEG A R 12.0", 12.0, false, true, true, true},
-        {"peg b R 0", 0.0, true, false, true, true},
-        {"M2X R 025.0", 25.0, false, false, true, true},
-        {"M2 R 025.0", -1111.0, false, false, true, false},
-        {"AUD  3", -1111.0, true, true, true, true},
-        {"AUD  3", -1111.0, true, true, false, false},
-        {"* FROM CLIP NAME: SHOT 1", -1111.0, false, false, true, false},
-        {"SPLIT:    AUDIO DELAY=  00:00:00:05", -1111.0, false, false, false, false},
+        {"M2 R 025.0 01:00:00:00", 25.0, 0, 0, 1, 1},  {"M2 R 025.0 01:00:00:00", 25.0, 1, 0, 1, 0},
+        {"M2 R 000.0 01:00:00:00", 0.0, 1, 0, 1, 1},   {"M2 R 000.0 01:00:00:00", 0.0, 0, 1, 1, 0},
+        {"M2 R -12.5 01:00:00:00", -12.5, 1, 0, 1, 0}, {"PEG A R 12.0", 12.0, 0, 1, 1, 1},
+        {"peg b R 0", 0.0, 1, 0, 1, 1},                {"M2X R 025.0", 25.0, 0, 0, 1, 1},
+        {"M2 R 025.0", -1111.0, 0, 0, 1, 0},           {"AUD  3", -1111.0, 1, 1, 1, 1},
+        {"AUD  3", -1111.0, 1, 1, 0, 0},               {"* FROM CLIP NAME: SHOT 1", -1111.0, 0, 0, 1, 0},
+        {"SPLIT:    AUDIO DELAY=  00:00:00:05", -1111.0, 0, 0, 0, 0},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.line);
         Restart();
         Event(1, "TAPE1", "V", "C", "", kTc);
         Note(c.line, c.motion);
-        Module1.boolSpeedChange = c.removeSpeed;
-        Module1.boolFreezeFrame = c.removeFreeze;
-        Module1.boolA1234 = c.audio;
+        m().boolSpeedChange = c.removeSpeed;
+        m().boolFreezeFrame = c.removeFreeze;
+        m().boolA1234 = c.audio;
         const std::vector<std::string> lines = Lines(Render());
         EXPECT_EQ(lines.size() == 6 && lines[4] == c.line, c.written);
     }
@@ -299,7 +257,7 @@ TEST_F(WriterTest, NoteRows) {
     Restart();
     Event(1, "TAPE1", "A", "C", "", kTc);
     Note("AUD  3");
-    Module1.displayThisAudioEventLine[2] = false;
+    m().displayThisAudioEventLine[2] = false;
     EXPECT_EQ(Lines(Render())[3], "AUD  3");
 }
 
@@ -309,12 +267,9 @@ TEST_F(WriterTest, CommentBlocks) {
         const char *trans, *rest;
         bool hidden = false;
     };
-    const struct {
-        bool emptyRowTwo;
-        std::vector<Row> rows;
-        int listIndex;
-        const char* expected;  // all but the header, event lines as "#", lines ended by "|"
-    } cases[] = {
+    // An empty row 2 or none, the rows, the wipe names; what is written but the header, event
+    // lines as "#", lines ended by "|".
+    const std::tuple<bool, std::vector<Row>, int, const char*> cases[] = {
         {true, {{1, "C", ""}, {2, "C", ""}}, 1, "#|F||#|F|||"},
         {false, {{1, "C", ""}, {2, "C", ""}}, 1, "F||#|F||#|F|||"},
         {true, {{5, "C", ""}}, 1, "F||#|F|||"},
@@ -323,32 +278,74 @@ TEST_F(WriterTest, CommentBlocks) {
         {true, {{1, "C", ""}, {1, "D", "000"}}, 1, "#|#|F|||"},
         {true, {{1, "C", ""}, {1, "C", "010"}}, 1, "#|#|F|* EFFECT NAME: CROSS DISSOLVE|* TO CLIP NAME:  M|||"},
         {true, {{1, "C", ""}, {1, "K", "000"}}, 1, "#|#|F|* KEY CLIP NAME:  M|||"},
-        {true,
-         {{1, "C", ""}, {1, "K", ""}, {1, "D", "025"}},
-         1,
+        {true, {{1, "C", ""}, {1, "K", ""}, {1, "D", "025"}}, 1,
          "#|#|#|F|* EFFECT NAME: CROSS DISSOLVE* KEY CLIP NAME:  M||* TO CLIP NAME:  M|||"},
         {true, {{1, "C", ""}, {1, "W001", "000"}}, 1, "#|#|F|||"},
         {true, {{1, "C", ""}, {1, "W001", "030"}}, 2, "#|#|F|||"},
         {true, {{1, "C", ""}, {1, "K", "B"}, {2, "C", ""}}, 1, "#|#|F|* KEY CLIP NAME:  M||#|F|||"},
         {true, {{1, "C", ""}, {2, "K", "B", true}, {2, "D", "010"}}, 1, "#||#|F|||"},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.expected);
+    for (const auto& [emptyRowTwo, rows, listIndex, expected] : cases) {
+        SCOPED_TRACE(expected);
         Restart();
-        if (c.emptyRowTwo) Note("");
-        for (const Row& r : c.rows) {
+        if (emptyRowTwo) Note("");
+        for (const Row& r : rows) {
             Event(r.number, "TAPE1", "V", r.trans, r.rest, kTc);
-            Module1.displayThisKeyEventLine.back() = !r.hidden;
+            m().displayThisKeyEventLine.back() = !r.hidden;
         }
-        Module1.boolGenerateNewComments = true;
-        Module1.myAbsMovieName = std::string("M");
-        MainWindow().PopupTransition.ListIndex = c.listIndex;
+        m().boolGenerateNewComments = true;
+        m().myAbsMovieName = "M";
+        w().PopupTransition.ListIndex = listIndex;
         std::string seen;
         const std::vector<std::string> lines = Lines(Render());
         for (size_t k = 3; k < lines.size(); ++k)
             seen += (lines[k].size() == 78 ? "#" : lines[k] == "* FROM CLIP NAME:  M" ? "F" : lines[k]) + "|";
-        EXPECT_EQ(seen, c.expected);
+        EXPECT_EQ(seen, expected);
     }
+}
+
+TEST(WipeNames, ByCodeAndEachTableByFamily) {
+    // The code, its SMPTE name and its Final Cut Pro name.
+    const char* cases[][3] = {
+        {"W001", "EDGE WIPE HORIZONTAL", "EDGE WIPE"},    {"W003", "EDGE WIPE TOP LEFT", "SPLIT SLIDE "},
+        {"w012", "UNKNOWN", "CROSS IRIS"},                {"W074", "EDGE WIPE HORIZONTAL BARN ZIG ZAG", "EDGE WIPE"},
+        {"w101", "IRIS WIPE RECTANGLE", "EDGE WIPE"},     {"W119", "IRIS WIPE CICLE", "EDGE WIPE"},
+        {"W123", "IRIS WIPE CAT EYE SIDE", "VENETIAN BLIND WIPE"}, {"W211", "RADIAL WIPE TOP BOTTOM 180", "EDGE WIPE"},
+        {"W353", "MATRIX WIPE HORIZONTAL WATERFALL RIGHT", "EDGE WIPE"}, {"W354", "UNKNOWN", "EDGE WIPE"},
+        {"W000", "UNKNOWN", "EDGE WIPE"}, {"W12", "UNKNOWN", "EDGE WIPE"}, {"W0010", "UNKNOWN", "EDGE WIPE"},
+        {" W001", "UNKNOWN", "EDGE WIPE"}, {"WIPE", "UNKNOWN", "EDGE WIPE"}, {"", "UNKNOWN", "EDGE WIPE"},
+    };
+    for (const auto& [code, smpte, fcp] : cases) {
+        EXPECT_EQ(WipeCodesSMPTE(code), smpte) << code;
+        EXPECT_EQ(WipeCodesFCP(code), fcp) << code;
+    }
+    // Every name is in capitals, and a SMPTE name starts with its family.
+    for (int n = 0; n <= 1000; ++n) {
+        const std::string code = "W" + Format(n, "000"), smpte = WipeCodesSMPTE(code), fcp = WipeCodesFCP(code);
+        EXPECT_EQ(Uppercase(smpte + fcp), smpte + fcp);
+        const char* family = n < 100 ? "EDGE WIPE " : n < 200 ? "IRIS WIPE " : n < 300 ? "RADIAL WIPE " : "MATRIX WIPE ";
+        if (smpte != "UNKNOWN") EXPECT_EQ(smpte.rfind(family, 0), 0u) << code;
+    }
+}
+
+TEST(CommentOrder, ThreeLinesComeBackInTheirOrder) {
+    const std::string E = "* EFFECT NAME: CROSS DISSOLVE", F = "* FROM CLIP NAME:  M.MOV", T = "* TO CLIP NAME:  M.MOV",
+                      K = "* KEY CLIP NAME:  M.MOV";
+    auto lines = [](std::initializer_list<std::string> l) {
+        std::string s;
+        for (const std::string& x : l) s += x + "\r";
+        return s;
+    };
+    const std::pair<std::string, std::string> cases[] = {
+        {lines({F, E, T}), lines({E, F, T})}, {lines({E, T, F}), lines({E, F, T})},
+        {lines({T, F, E}), lines({E, F, T})}, {lines({K, E, F}), lines({E, F, K})},
+        {lines({F, E, K}), lines({E, F, ""})},  // a key line after the first place is lost
+        {lines({F, K, T}), lines({"", F, T})},  {lines({E, F}), lines({E, F})},
+        {lines({E, F, T, T}), lines({E, F, T, T})}, {lines({E, E, F}), lines({E, F, ""})},
+        {lines({"* effect name: wipe", " " + F, T}), lines({"* effect name: wipe", "", T})},
+        {lines({T, F, E}) + "tail", lines({E, F, T})}, {E + "\r" + F + "\r" + T, E + "\r" + F + "\r" + T}, {"", ""},
+    };
+    for (const auto& [in, out] : cases) EXPECT_EQ(SortCommentLine(in), out) << in;
 }
 
 }  // namespace

@@ -1,56 +1,28 @@
 #include "ui_fixture.hpp"
 
-#include <QApplication>
-#include <QComboBox>
-#include <QDir>
-#include <QFile>
-#include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <fstream>
-
-#include "document/window_state.hpp"
-#include "ui/handlers.hpp"
-#include "ui/windows.hpp"
+#include <iterator>
 
 namespace vornelt::qt::testing {
 
-namespace {
-
-// A fresh program: no state and none of the small windows.
-void ResetProgram() {
-    ResetProgramState();
-    CloseFrameRateWindow();
-    CloseFrameRateWindowIfDroped();
-    CloseStartUpWindow();
-    CloseAboutWindow2();
-}
-
-}  // namespace
-
-UiFixture::UiFixture() {
-    ResetProgram();
-    shell_ = std::make_unique<AppShell>();
-    platform_ = std::make_unique<ScriptedQtPlatform>(*shell_);
-    previous_ = &GetPlatform();
-    SetPlatform(platform_.get());
-}
+UiFixture::UiFixture()
+    : shell_(std::make_unique<AppShell>([this](AppShell& shell) {
+          auto platform = std::make_unique<WindowTestPlatform>(shell);
+          platform_ = platform.get();
+          return platform;
+      })) {}
 
 UiFixture::~UiFixture() {
-    ResetProgram();
-    shell_->Sync();
     shell_.reset();
-    SetPlatform(previous_);
-    platform_.reset();
     // Windows closed by the shell go at the next turn of the loop.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 MainWindowView& UiFixture::main() {
-    if (!shell_->Main()) shell_->Dispatch([] { MainWindow(); });
+    if (!shell_->Main()) shell_->Dispatch([](Desktop& d) { d.session.MainWindow(); });
     return *shell_->Main();
 }
 
@@ -66,9 +38,8 @@ void UiFixture::LoadThroughWindows(const FolderItem& file, int frameRateRow) {
     QTest::mouseClick(view.Control("BtnOpenEDL"), Qt::LeftButton);
     FrameRateView* question = shell_->FrameRate();
     QVERIFY(question);
-    QComboBox* popup = question->Popup();
-    popup->setCurrentIndex(frameRateRow);
-    emit popup->activated(frameRateRow);
+    question->Popup()->setCurrentIndex(frameRateRow);
+    emit question->Popup()->activated(frameRateRow);
     QTest::mouseClick(question->Ok(), Qt::LeftButton);
 }
 
@@ -82,40 +53,31 @@ MainWindowView& UiFixture::LoadSample(const std::string& name, bool active) {
     return view;
 }
 
-QImage UiFixture::Shoot(QWidget* window, const QString& name) {
+void UiFixture::Choose(const char* item) {
+    for (QMenu* menu : main().menuBar()->findChildren<QMenu*>()) {
+        for (QAction* a : menu->actions()) {
+            if (a->objectName() != QLatin1String(item)) continue;
+            emit menu->aboutToShow();
+            QVERIFY2(a->isEnabled(), item);
+            a->trigger();
+            return;
+        }
+    }
+    QFAIL(item);  // not in the menu bar
+}
+
+void UiFixture::Shoot(QWidget* window, const QString& name) {
     QDir out(QStringLiteral(VORNELT_SCREENSHOT_DIR));
     out.mkpath(".");
     window->repaint();
-    QImage image = window->grab().toImage();
-    image.save(out.filePath(name + ".png"));
-    return image;
+    QVERIFY(window->grab().toImage().save(out.filePath(name + ".png")));
 }
 
-void CheckPlacements(QWidget* window, QSize size, const std::vector<Placement>& placements) {
-    QCOMPARE(window->size(), size);
-    for (const Placement& p : placements) {
-        auto* w = window->findChild<QWidget*>(p.name);
-        QVERIFY2(w, p.name);
-        QCOMPARE(QRect(w->mapTo(window, QPoint(0, 0)), w->size()), p.rect);
-        if (p.text) QCOMPARE(TextOf(w), QString::fromUtf8(p.text));
-        const int pixels = p.pixelSize == 0 ? QApplication::font().pixelSize() : p.pixelSize;
-        if (pixels > 0) QCOMPARE(w->font().pixelSize(), pixels);
-    }
-}
+std::string SampleList() { return ReadFile(FolderItem(VORNELT_UI_TEST_DATA_DIR "/harbour.edl")); }
 
-QString TextOf(QWidget* w) {
-    if (auto* b = qobject_cast<QAbstractButton*>(w)) return b->text();
-    if (auto* l = qobject_cast<QLabel*>(w)) return l->text();
-    if (auto* e = qobject_cast<QLineEdit*>(w)) return e->text();
-    if (auto* g = qobject_cast<QGroupBox*>(w)) return g->title();
-    if (auto* c = qobject_cast<QComboBox*>(w)) return c->currentText();
-    return {};
-}
-
-std::string SampleList() {
-    QFile f(QStringLiteral(VORNELT_UI_TEST_DATA_DIR "/harbour.edl"));
-    if (!f.open(QIODevice::ReadOnly)) return {};
-    return f.readAll().toStdString();
+std::string ReadFile(const FolderItem& file) {
+    std::ifstream in(file.AbsolutePath(), std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
 }  // namespace vornelt::qt::testing

@@ -19,6 +19,7 @@
 #include "ui/handlers.hpp"
 #include "ui/qt/list_view.hpp"
 #include "ui/qt/main_window_view.hpp"
+#include "ui/qt/qt_platform.hpp"
 #include "ui/qt/qt_util.hpp"
 #include "ui/qt/small_windows.hpp"
 #include "ui/windows.hpp"
@@ -27,7 +28,7 @@ namespace vornelt::qt {
 
 namespace {
 
-struct ItemSpec {
+struct MenuItem {
     const char* name;
     const char* caption;  // "-": a separator line
     const char* shortcut;
@@ -35,7 +36,7 @@ struct ItemSpec {
 };
 
 // MenuBar1, menu by menu, item by item.
-const ItemSpec kFileItems[] = {
+const MenuItem kFileItems[] = {
     {"FileOpen", "Open EDL...", "Ctrl+O", ":/icons/open.svg"},
     {"UntitledSeparator", "-", nullptr, nullptr},
     {"FileSave", "Save", "Ctrl+S", ":/icons/save.svg"},
@@ -45,7 +46,7 @@ const ItemSpec kFileItems[] = {
     {"UntitledSeparator1", "-", nullptr, nullptr},
     {"FileQuit", "Beenden", "Ctrl+Q", nullptr},
 };
-const ItemSpec kEditItems[] = {
+const MenuItem kEditItems[] = {
     {"EditUndo", "&Rückgängig", "Ctrl+Z", nullptr},
     {"UntitledMenu1", "-", nullptr, nullptr},
     {"EditCut", "&Ausschneiden", "Ctrl+X", nullptr},
@@ -55,7 +56,7 @@ const ItemSpec kEditItems[] = {
     {"UntitledMenu0", "-", nullptr, nullptr},
     {"EditSelectAll", "&Alles auswählen", "Ctrl+A", nullptr},
 };
-const ItemSpec kHelpItems[] = {
+const MenuItem kHelpItems[] = {
     {"HelpHelp", "Help", "Ctrl+?", ":/icons/help.svg"},
     {"About", "About", "Ctrl+1", ":/icons/vornelt-18.svg"},
 };
@@ -63,7 +64,7 @@ const ItemSpec kHelpItems[] = {
 // The handlers of the application's commands, registered by item name in this order.
 struct MenuHandler {
     const char* item;
-    bool (*handler)();
+    bool (*handler)(Desktop&);
 };
 const MenuHandler kMenuHandlers[] = {
     {"FileOpen", App_FileOpen_Action},       {"FileSave", App_FileSave_Action}, {"FileSelectMovie", App_FileSelectMovie_Action},
@@ -90,7 +91,8 @@ void CentreOver(QWidget* window, QWidget* over) {
 
 }  // namespace
 
-AppShell::AppShell() {
+AppShell::AppShell(const PlatformMaker& makePlatform)
+    : platform_(makePlatform ? makePlatform(*this) : std::make_unique<QtPlatform>(*this)), desktop_(*platform_) {
     MakeActions();
     RegisterMenuHandlers();
 #if defined(Q_OS_MACOS)
@@ -112,8 +114,8 @@ AppShell::~AppShell() {
 }
 
 void AppShell::MakeActions() {
-    auto make = [this](const ItemSpec* begin, const ItemSpec* end) {
-        for (const ItemSpec* s = begin; s != end; ++s) {
+    auto make = [this](const MenuItem* begin, const MenuItem* end) {
+        for (const MenuItem* s = begin; s != end; ++s) {
             auto* a = new QAction(QString::fromUtf8(s->caption), this);
             a->setObjectName(QString::fromUtf8(s->name));
             if (QString(s->caption) == QLatin1String("-")) a->setSeparator(true);
@@ -133,8 +135,8 @@ void AppShell::MakeActions() {
 
 void AppShell::RegisterMenuHandlers() {
     for (const MenuHandler& m : kMenuHandlers) {
-        bool (*handler)() = m.handler;
-        connect(items_[m.item], &QAction::triggered, this, [this, handler] { Dispatch([handler] { handler(); }); });
+        bool (*handler)(Desktop&) = m.handler;
+        connect(items_[m.item], &QAction::triggered, this, [this, handler] { Dispatch(handler); });
     }
     // Quitting has no handler of its own: the main window is asked to close.
     connect(items_["FileQuit"], &QAction::triggered, this, &AppShell::Quit);
@@ -151,10 +153,10 @@ QAction* AppShell::Item(const QString& name) const {
 
 void AppShell::BuildMenuBar(QMenuBar* bar) {
     bar->setObjectName("MenuBar1");
-    auto menu = [&](const char* name, const char* caption, const ItemSpec* begin, const ItemSpec* end) {
+    auto menu = [&](const char* name, const char* caption, const MenuItem* begin, const MenuItem* end) {
         QMenu* m = bar->addMenu(QString::fromUtf8(caption));
         m->setObjectName(QString::fromUtf8(name));
-        for (const ItemSpec* s = begin; s != end; ++s) m->addAction(items_[QString::fromUtf8(s->name)]);
+        for (const MenuItem* s = begin; s != end; ++s) m->addAction(items_[QString::fromUtf8(s->name)]);
         return m;
     };
     menu("FileMenu", "&File", std::begin(kFileItems), std::end(kFileItems));
@@ -215,14 +217,15 @@ void AppShell::DeliverDocuments() {
     deliveryScheduled_ = false;
     if (pendingDocuments_.isEmpty()) return;
     // One at a time: the next waits until the question and the load of this one are done.
-    if (Busy() || FrameRateWindowExists() || FrameRateWindowIfDropedExists() || QApplication::activeModalWidget())
+    if (Busy() || FrameRateWindowExists(desktop_) || FrameRateWindowIfDropedExists(desktop_) ||
+        QApplication::activeModalWidget())
         return;
     const QString path = pendingDocuments_.takeFirst();
     const FolderItemRef item = path.isEmpty() ? FolderItemRef() : FolderItemRef(FolderItem(FromQ(path)));
-    Dispatch([item] { App_Event_OpenDocument(item); });
+    Dispatch([item](Desktop& d) { App_Event_OpenDocument(d, item); });
 }
 
-void AppShell::Dispatch(const std::function<void()>& handler) {
+void AppShell::Dispatch(const std::function<void(Desktop&)>& handler) {
     struct Depth {
         int& d;
         explicit Depth(int& depth) : d(depth) { ++d; }
@@ -231,7 +234,7 @@ void AppShell::Dispatch(const std::function<void()>& handler) {
     {
         Depth depth(depth_);
         try {
-            handler();
+            handler(desktop_);
         } catch (const std::exception& e) {
             // An error that a routine passes on ends the handler, not the program.
             QMessageBox box(QMessageBox::Warning, QStringLiteral("Vornelt"), QString::fromUtf8(e.what()),
@@ -264,10 +267,11 @@ void AppShell::Sync() {
 
 void AppShell::SyncOnce() {
     // New windows first, so that the program never stands without one for a moment.
-    if (MainWindowExists()) {
+    Desktop& d = desktop_;
+    if (d.session.MainWindowExists()) {
         if (!main_) {
             main_ = new MainWindowView(*this);
-            MainWindow_Event_Open();
+            MainWindow_Event_Open(d);
             main_->Mirror();
             main_->show();
         } else {
@@ -287,12 +291,12 @@ void AppShell::SyncOnce() {
             CloseView(view);
         }
     };
-    frameRate(frameRate_, false, FrameRateWindowExists(), FrameRateWindowExists() ? FrameRateWindow().Instance : 0);
-    frameRate(frameRateIfDroped_, true, FrameRateWindowIfDropedExists(),
-              FrameRateWindowIfDropedExists() ? FrameRateWindowIfDroped().Instance : 0);
+    frameRate(frameRate_, false, FrameRateWindowExists(d), FrameRateWindowExists(d) ? FrameRateWindow(d).Instance : 0);
+    frameRate(frameRateIfDroped_, true, FrameRateWindowIfDropedExists(d),
+              FrameRateWindowIfDropedExists(d) ? FrameRateWindowIfDroped(d).Instance : 0);
 
-    if (StartUpWindowExists()) {
-        if (!startUp_ || startUp_->Instance() != StartUpWindow().Instance) {
+    if (StartUpWindowExists(d)) {
+        if (!startUp_ || startUp_->Instance() != StartUpWindow(d).Instance) {
             CloseView(startUp_);
             startUp_ = new StartUpView(*this);
             startUp_->show();
@@ -304,8 +308,8 @@ void AppShell::SyncOnce() {
         CloseView(startUp_);
     }
 
-    if (AboutWindow2Exists()) {
-        if (!about_ || about_->Instance() != AboutWindow2().Instance) {
+    if (AboutWindow2Exists(d)) {
+        if (!about_ || about_->Instance() != AboutWindow2(d).Instance) {
             CloseView(about_);
             about_ = new AboutView(*this);
             about_->show();
@@ -319,11 +323,12 @@ void AppShell::SyncOnce() {
 
     if (progress_) progress_->Mirror();
 
-    if (!MainWindowExists()) CloseView(main_);
+    if (!d.session.MainWindowExists()) CloseView(main_);
 }
 
 void AppShell::ShowProgress() {
-    if (!progress_) progress_ = new ProgressView(main_ && main_->isVisible() ? main_.data() : nullptr);
+    if (!progress_)
+        progress_ = new ProgressView(desktop_.session.progress, main_ && main_->isVisible() ? main_.data() : nullptr);
     progress_->Mirror();
     progress_->show();
     CentreOver(progress_, main_);

@@ -1,8 +1,9 @@
 #pragma once
-// The application on screen. The handlers work on records of named values (the main window
-// state and the records of the small windows); this shell keeps one Qt window for each
-// living record, mirrors the records onto them after every handler it runs, writes the
-// user's input back before it calls a handler, and owns the menu bar and its commands.
+// The application on screen. The handlers work on the desktop: records of named values (the
+// main window state and the records of the small windows) and the session behind them. This
+// shell owns the desktop and the platform it runs on, keeps one Qt window for each living
+// record, mirrors the records onto them after every handler it runs, writes the user's input
+// back before it calls a handler, and owns the menu bar and its commands.
 
 #include <QObject>
 #include <QPointer>
@@ -10,10 +11,13 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 
+#include "platform/platform.hpp"
 #include "ui/qt/main_window_view.hpp"
 #include "ui/qt/small_windows.hpp"
+#include "ui/windows.hpp"
 
 class QAction;
 class QMenuBar;
@@ -24,8 +28,14 @@ namespace vornelt::qt {
 class AppShell : public QObject {
     Q_OBJECT
 public:
-    AppShell();
+    // Makes the platform that the desktop runs on; it may keep the shell, which is not yet
+    // in use while it is made.
+    using PlatformMaker = std::function<std::unique_ptr<Platform>(AppShell&)>;
+    // Without a maker the desktop runs on the Qt platform.
+    explicit AppShell(const PlatformMaker& makePlatform = {});
     ~AppShell() override;
+
+    Desktop& desktop() { return desktop_; }
 
     // The start: the application's open event, then the documents named on the command line,
     // one after the other.
@@ -33,8 +43,8 @@ public:
     // A document handed over by the system; it waits while a load or its question stands.
     void OpenDocument(const QString& path);
 
-    // Runs one handler, then brings every window in line with the records.
-    void Dispatch(const std::function<void()>& handler);
+    // Runs one handler on the desktop, then brings every window in line with the records.
+    void Dispatch(const std::function<void(Desktop&)>& handler);
     // Brings every window in line with the records (makes, closes and mirrors windows).
     void Sync();
     // A handler is running (a load, a regeneration, a dialog inside one).
@@ -84,6 +94,9 @@ private:
     QStringList pendingDocuments_;
     std::map<QString, QAction*> items_;
     QMenuBar* globalBar_ = nullptr;
+
+    std::unique_ptr<Platform> platform_;
+    Desktop desktop_;
 
     QPointer<MainWindowView> main_;
     QPointer<FrameRateView> frameRate_;

@@ -4,13 +4,14 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QFontDatabase>
-#include <QFontInfo>
+#include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
 #include <QScrollBar>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <limits>
 
@@ -24,18 +25,47 @@ bool IsContinuationByte(char c) { return (static_cast<unsigned char>(c) & 0xC0) 
 
 bool IsWordByte(char c) { return c != ' ' && c != '\t' && c != '\r' && c != '\n'; }
 
+// Whether every character a list holds (an EDL line is printable ASCII) advances by the same
+// width, so that each line is a grid of equal cells.
+bool HasEqualAdvances(const QFont& font) {
+    const QFontMetricsF fm(font);
+    const qreal cell = fm.horizontalAdvance(QStringLiteral("0"));
+    for (char16_t c = 0x20; c <= 0x7E; ++c)
+        if (fm.horizontalAdvance(QString(QChar(c))) != cell) return false;
+    return true;
+}
+
 }  // namespace
 
 QFont ListFont() {
-    QFont font("Monaco");
-    font.setPixelSize(12);
-    font.setStyleHint(QFont::Monospace);
-    font.setFixedPitch(true);
-    if (QFontInfo(font).fixedPitch()) return font;
-    // Without Monaco the columns must still line up.
-    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    fixed.setPixelSize(12);
-    return fixed;
+    // The pitch a font declares is no guide: fontconfig gives Noto Sans Mono, which is what
+    // "Monaco" and the fixed font resolve to on many Linux desktops, no fixed spacing, though
+    // every character of a list has one width there. What counts is the advance of each
+    // character, so the first family in which they are all equal is taken.
+    const QString families[] = {
+        QStringLiteral("Monaco"),
+        QFontDatabase::systemFont(QFontDatabase::FixedFont).family(),
+        QStringLiteral("DejaVu Sans Mono"),
+        QStringLiteral("Liberation Mono"),
+        QStringLiteral("Noto Sans Mono"),
+        QStringLiteral("Courier New"),
+    };
+    const auto candidate = [](const QString& family) {
+        QFont font(family);
+        font.setPixelSize(12);
+        font.setStyleHint(QFont::Monospace);
+        // Unhinted outlines advance by a fraction of a pixel (7.19 for Noto Sans Mono 12), while
+        // the caret, the selection and the wrapping count whole-pixel cells: the letter spacing
+        // rounds each character's advance, or the text drifts off its cells along the line.
+        const qreal advance = QFontMetricsF(font).horizontalAdvance(QLatin1Char('0'));
+        if (advance != std::round(advance))
+            font.setLetterSpacing(QFont::AbsoluteSpacing, std::round(advance) - advance);
+        return font;
+    };
+    for (const QString& family : families)
+        if (QFont font = candidate(family); HasEqualAdvances(font)) return font;
+    // No such font at all: the lines still show, only their columns are uneven.
+    return candidate(families[0]);
 }
 
 ListView::ListView(QWidget* parent) : QAbstractScrollArea(parent), text_(std::make_shared<const std::string>()) {
@@ -276,7 +306,7 @@ void ListView::resizeEvent(QResizeEvent* event) {
 void ListView::changeEvent(QEvent* event) {
     if (!event || event->type() == QEvent::FontChange) {
         const QFontMetrics fm(font());
-        charWidth_ = std::max(1, fm.horizontalAdvance(QLatin1Char('0')));
+        charWidth_ = std::max(1, fm.horizontalAdvance(QStringLiteral("0")));  // with the letter spacing
         rowHeight_ = std::max(1, fm.lineSpacing());
         ascent_ = fm.ascent();
         if (event) {

@@ -98,7 +98,8 @@ private:
     bool readOnly_ = true;
 };
 
-// "Monaco" 12 where it is installed, another font of fixed width where it is not.
+// "Monaco" 12 where it is installed, else another font in which every character of a list
+// takes the same width.
 QFont ListFont();
 
 }  // namespace vornelt::qt

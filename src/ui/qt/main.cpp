@@ -3,9 +3,7 @@
 #include <QFileOpenEvent>
 #include <QIcon>
 
-#include "platform/platform.hpp"
 #include "ui/qt/app_shell.hpp"
-#include "ui/qt/qt_platform.hpp"
 #include "ui/qt/qt_util.hpp"
 
 namespace {
@@ -40,13 +38,12 @@ int main(int argc, char** argv) {
     vornelt::qt::SetUpApplicationLook();
     Application::setQuitOnLastWindowClosed(false);
 
+    // The shell makes the Qt platform and the desktop that runs on it.
     vornelt::qt::AppShell shell;
 #if !defined(Q_OS_MACOS)
     shell.quitWhenMainWindowCloses = true;
 #endif
     app.shell = &shell;
-    vornelt::qt::QtPlatform platform(shell);
-    vornelt::SetPlatform(&platform);
 
     QStringList documents = Application::arguments();
     documents.removeFirst();
@@ -54,6 +51,5 @@ int main(int argc, char** argv) {
     const int status = Application::exec();
 
     app.shell = nullptr;
-    vornelt::SetPlatform(nullptr);
     return status;
 }

@@ -19,8 +19,8 @@
 #include <QMenu>
 #include <QUrl>
 
-#include "document/module1.hpp"
-#include "document/text.hpp"
+#include "document/document.hpp"
+#include "text/text.hpp"
 #include "ui/handlers.hpp"
 #include "ui/qt/app_shell.hpp"
 #include "ui/qt/list_view.hpp"
@@ -84,7 +84,7 @@ int EntryFieldWidget::VirtualKeyCode(int qtKey) {
 }
 
 bool EntryFieldWidget::event(QEvent* e) {
-    if (e->type() == QEvent::KeyPress && MainWindowExists()) {
+    if (e->type() == QEvent::KeyPress && shell_.desktop().session.MainWindowExists()) {
         auto* key = static_cast<QKeyEvent*>(e);
         // Commands (with the command or control key) are no typed characters: they reach the
         // field as the toolkit's editing commands.
@@ -92,11 +92,11 @@ bool EntryFieldWidget::event(QEvent* e) {
             const std::string text = FromQ(key->text());
             const int code = VirtualKeyCode(key->key());
             bool swallowed = false;
-            shell_.Dispatch([&] {
-                switch ((MainWindow().*field_).FieldKind()) {
-                    case EntryField::Kind::ReelName: swallowed = EF_ReelName_KeyDown(text, code); break;
-                    case EntryField::Kind::SeqTitle: swallowed = EF_SeqTitle_KeyDown(text, code); break;
-                    case EntryField::Kind::RenderedMovie: swallowed = EF_RenderedMovie_KeyDown(text, code); break;
+            shell_.Dispatch([&](Desktop& d) {
+                switch ((d.session.MainWindow().*field_).FieldKind()) {
+                    case EntryField::Kind::ReelName: swallowed = EF_ReelName_KeyDown(d, text, code); break;
+                    case EntryField::Kind::SeqTitle: swallowed = EF_SeqTitle_KeyDown(d, text, code); break;
+                    case EntryField::Kind::RenderedMovie: swallowed = EF_RenderedMovie_KeyDown(d, text, code); break;
                 }
             });
             if (swallowed) {
@@ -142,13 +142,13 @@ void EntryFieldWidget::contextMenuEvent(QContextMenuEvent* e) {
 }
 
 void EntryFieldWidget::TextEdited() {
-    if (!MainWindowExists()) return;
+    if (!shell_.desktop().session.MainWindowExists()) return;
     const QString now = text();
     const int caret = CharIndexOf(now, cursorPosition());
-    shell_.Dispatch([&] {
-        EntryField& f = MainWindow().*field_;
+    shell_.Dispatch([&](Desktop& d) {
+        EntryField& f = d.session.MainWindow().*field_;
         f.SelStart = caret;
-        f.SetText(FromQ(now));
+        SetFieldText(d, f, FromQ(now));
     });
 }
 
@@ -158,7 +158,20 @@ void EntryFieldWidget::Mirror(const EntryField& f) {
     const QString wanted = ToQ(f.Text());
     // The limit stops typing; it never cuts what the field holds or is given.
     const int limit = f.LimitText > 0 ? std::max<int>(f.LimitText, int(wanted.size())) : 32767;
-    if (maxLength() != limit) setMaxLength(limit);
+    if (maxLength() != limit) {
+        // A new limit resets the field's selection and caret; the user's stay as they were,
+        // so that a key typed over a selection still replaces it.
+        const int start = selectionStart();
+        const int length = int(selectedText().size());
+        const int caret = cursorPosition();
+        setMaxLength(limit);
+        if (length == 0)
+            setCursorPosition(caret);
+        else if (caret == start)
+            setSelection(start + length, -length);
+        else
+            setSelection(start, length);
+    }
     if (text() != wanted) {
         // Through the field's editing, so that undo steps back over the change as well.
         selectAll();
@@ -173,12 +186,12 @@ void EntryFieldWidget::focusOutEvent(QFocusEvent* e) {
     const Qt::FocusReason r = e->reason();
     const bool left = r == Qt::TabFocusReason || r == Qt::BacktabFocusReason || r == Qt::MouseFocusReason ||
                       r == Qt::OtherFocusReason || r == Qt::ShortcutFocusReason;
-    if (!left || !MainWindowExists() || !isEnabled()) return;
-    shell_.Dispatch([this] {
-        switch ((MainWindow().*field_).FieldKind()) {
-            case EntryField::Kind::ReelName: EF_ReelName_LostFocus(); break;
-            case EntryField::Kind::SeqTitle: EF_SeqTitle_LostFocus(); break;
-            case EntryField::Kind::RenderedMovie: EF_RenderedMovie_LostFocus(); break;
+    if (!left || !shell_.desktop().session.MainWindowExists() || !isEnabled()) return;
+    shell_.Dispatch([this](Desktop& d) {
+        switch ((d.session.MainWindow().*field_).FieldKind()) {
+            case EntryField::Kind::ReelName: EF_ReelName_LostFocus(d); break;
+            case EntryField::Kind::SeqTitle: EF_SeqTitle_LostFocus(d); break;
+            case EntryField::Kind::RenderedMovie: EF_RenderedMovie_LostFocus(d); break;
         }
     });
 }
@@ -195,7 +208,7 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
     surface_->setMaximumSize(32000, 32000);
     setCentralWidget(surface_);
 
-    auto button = [&](const char* name, const char* caption, QRect rect, Anchor anchor, void (*handler)()) {
+    auto button = [&](const char* name, const char* caption, QRect rect, Anchor anchor, void (*handler)(Desktop&)) {
         auto* b = new QPushButton(QString::fromUtf8(caption), surface_);
         Add(b, name, rect, anchor);
         if (handler) connect(b, &QPushButton::clicked, this, [this, handler] { shell_.Dispatch(handler); });
@@ -238,9 +251,9 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
     // What the user types into the area after a drop is the control's text, not the list's:
     // the next list replaces it, and a save writes the list.
     connect(editField1_, &ListView::textEdited, this, [this] {
-        if (!MainWindowExists()) return;
+        if (!session().MainWindowExists()) return;
         shownText_ = editField1_->text();
-        MainWindow().EditField1.Text = shownText_;
+        session().MainWindow().EditField1.Text = shownText_;
     });
 
     // The cover of the text area until the first list is in.
@@ -305,8 +318,8 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
     popupTransition_->setFont(ControlFont(kSmall));
     popupTransition_->setGeometry(742 - 732, 586 - 530, 209, 20);
     connect(popupTransition_, &QComboBox::activated, this, [this](int row) {
-        if (!MainWindowExists()) return;
-        MainWindow().PopupTransition.ListIndex = row;
+        if (!session().MainWindowExists()) return;
+        session().MainWindow().PopupTransition.ListIndex = row;
         shell_.Dispatch(PopupTransition_Change);
     });
     Check(comment, "Chb_ComntTransition", "Transitions", {742, 616, 178, 20}, &MainWindowState::Chb_ComntTransition,
@@ -336,7 +349,10 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
     LayoutAnchored();
 }
 
-MainWindowView::~MainWindowView() = default;
+MainWindowView::~MainWindowView() {
+    // The controls go after this; the focus that leaves them is no longer the window's to follow.
+    disconnect(qApp, &QApplication::focusChanged, this, nullptr);
+}
 
 QWidget* MainWindowView::Add(QWidget* w, const char* name, QRect rect, Anchor anchor) {
     w->setObjectName(QString::fromUtf8(name));
@@ -352,7 +368,7 @@ QGroupBox* MainWindowView::Box(const char* name, const char* caption, QRect rect
 }
 
 QCheckBox* MainWindowView::Check(QGroupBox* box, const char* name, const char* caption, QRect windowRect,
-                                 CheckBox MainWindowState::*member, void (*handler)()) {
+                                 CheckBox MainWindowState::*member, void (*handler)(Desktop&)) {
     auto* c = new QCheckBox(QString::fromUtf8(caption), box);
     c->setObjectName(QString::fromUtf8(name));
     c->setFont(ControlFont(kSmall));
@@ -360,9 +376,13 @@ QCheckBox* MainWindowView::Check(QGroupBox* box, const char* name, const char* c
     c->setGeometry(windowRect.translated(-box->geometry().topLeft()));
     checks_.push_back({c, member});
     connect(c, &QCheckBox::clicked, this, [this, member, handler](bool checked) {
-        if (!MainWindowExists()) return;
-        (MainWindow().*member).Value = checked;
-        shell_.Dispatch(handler ? std::function<void()>(handler) : std::function<void()>([] {}));
+        if (!session().MainWindowExists()) return;
+        (session().MainWindow().*member).Value = checked;
+        // A box without a handler only takes its value.
+        if (handler)
+            shell_.Dispatch(handler);
+        else
+            shell_.Sync();
     });
     return c;
 }
@@ -379,6 +399,8 @@ QLabel* MainWindowView::BoxLabel(QGroupBox* box, const char* name, const char* t
 
 QWidget* MainWindowView::Control(const QString& name) const { return findChild<QWidget*>(name); }
 
+Session& MainWindowView::session() const { return shell_.desktop().session; }
+
 void MainWindowView::LayoutAnchored() {
     const int dw = surface_->width() - kWidth;
     const int dh = surface_->height() - kHeight;
@@ -392,8 +414,8 @@ void MainWindowView::LayoutAnchored() {
 }
 
 void MainWindowView::Mirror() {
-    if (!MainWindowExists()) return;
-    MainWindowState& w = MainWindow();
+    if (!session().MainWindowExists()) return;
+    MainWindowState& w = session().MainWindow();
     QString title = ToQ(w.Title);
     title.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
     setWindowTitle(title + QLatin1String("[*]"));
@@ -466,13 +488,13 @@ void MainWindowView::ApplyFocus(const std::string& name) {
 }
 
 void MainWindowView::FocusMoved(QWidget* now) {
-    if (!now || !MainWindowExists() || !isAncestorOf(now)) return;
+    if (!now || !session().MainWindowExists() || !isAncestorOf(now)) return;
     // The named control that holds the focus: the text area's scroll parts count as it.
     for (QWidget* w = now; w && w != this; w = w->parentWidget()) {
         if (w == editField1_ || w->objectName().startsWith("EF_") || w->objectName().startsWith("Btn") ||
             w->objectName().startsWith("Chb_") || w->objectName() == QLatin1String("PopupTransition")) {
             appliedFocus_ = FromQ(w->objectName());
-            MainWindow().Focus = appliedFocus_;
+            session().MainWindow().Focus = appliedFocus_;
             return;
         }
     }
@@ -483,11 +505,11 @@ bool MainWindowView::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
         case QEvent::DragEnter: {
             auto* e = static_cast<QDragEnterEvent*>(event);
-            if (!DroppableFile(e->mimeData()) || !MainWindowExists()) {
+            if (!DroppableFile(e->mimeData()) || !session().MainWindowExists()) {
                 e->ignore();
                 return true;
             }
-            shell_.Dispatch([] { EditField1_DragEnter(); });
+            shell_.Dispatch(EditField1_DragEnter);
             e->acceptProposedAction();
             return true;
         }
@@ -495,7 +517,7 @@ bool MainWindowView::eventFilter(QObject* watched, QEvent* event) {
             static_cast<QDragMoveEvent*>(event)->acceptProposedAction();
             return true;
         case QEvent::DragLeave:
-            if (MainWindowExists()) shell_.Dispatch(EditField1_DragExit);
+            if (session().MainWindowExists()) shell_.Dispatch(EditField1_DragExit);
             return true;
         case QEvent::Drop: {
             auto* e = static_cast<QDropEvent*>(event);
@@ -504,7 +526,7 @@ bool MainWindowView::eventFilter(QObject* watched, QEvent* event) {
             // Only the first file counts; the others are dropped without a word.
             FolderItemRef item;
             if (file) item = FolderItem(FromQ(*file));
-            shell_.Dispatch([item] { EditField1_DropObject(item); });
+            shell_.Dispatch([item](Desktop& d) { EditField1_DropObject(d, item); });
             return true;
         }
         default: break;
@@ -518,7 +540,7 @@ void MainWindowView::CloseForGood() {
 }
 
 void MainWindowView::closeEvent(QCloseEvent* event) {
-    if (closingForGood_ || !MainWindowExists()) {
+    if (closingForGood_ || !session().MainWindowExists()) {
         event->accept();
         return;
     }
@@ -528,9 +550,9 @@ void MainWindowView::closeEvent(QCloseEvent* event) {
         return;
     }
     bool stop = true;
-    shell_.Dispatch([&] {
-        stop = MainWindow_Event_CancelClose(false);
-        if (!stop) CloseMainWindow();
+    shell_.Dispatch([&](Desktop& d) {
+        stop = MainWindow_Event_CancelClose(d, false);
+        if (!stop) d.session.CloseMainWindow();
     });
     if (stop) {
         event->ignore();

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "document/window_state.hpp"
+#include "ui/windows.hpp"
 
 class QCheckBox;
 class QComboBox;
@@ -80,11 +81,12 @@ private:
     QWidget* Add(QWidget* w, const char* name, QRect rect, Anchor anchor = Anchor::TopLeft);
     QGroupBox* Box(const char* name, const char* caption, QRect rect, Anchor anchor);
     QCheckBox* Check(QGroupBox* box, const char* name, const char* caption, QRect windowRect,
-                     CheckBox MainWindowState::*member, void (*handler)());
+                     CheckBox MainWindowState::*member, void (*handler)(Desktop&));
     QLabel* BoxLabel(QGroupBox* box, const char* name, const char* text, QRect windowRect, Qt::Alignment align);
     void LayoutAnchored();
     void ApplyFocus(const std::string& name);
     void FocusMoved(QWidget* now);
+    Session& session() const;
 
     AppShell& shell_;
     QWidget* surface_ = nullptr;

@@ -85,7 +85,7 @@ int main(int argc, char** argv) {
     doc.setMarkdown(markdown);
     // The pictures the manual names, from beside it (after the text: setting it forgets them).
     const QDir folder = QFileInfo(source).absoluteDir();
-    static const QRegularExpression picture(QStringLiteral(R"(!\[[^\]]*\]\(([^)\s]+)\))"));
+    const QRegularExpression picture(QStringLiteral(R"(!\[[^\]]*\]\(([^)\s]+)\))"));
     for (auto m = picture.globalMatch(markdown); m.hasNext();) {
         const QString name = m.next().captured(1);
         const QImage image(folder.filePath(name));

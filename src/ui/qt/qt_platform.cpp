@@ -63,7 +63,7 @@ void QtPlatform::BeforeDialog() {
     sinceServed_.restart();
 }
 
-FolderItemRef QtPlatform::ShowOpenDialog(const OpenDialogSpec& request) {
+FolderItemRef QtPlatform::ShowOpenDialog(const OpenDialogRequest& request) {
     BeforeDialog();
     QFileDialog dialog(shell_.DialogParent(), ToQ(request.Title));
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
@@ -78,7 +78,7 @@ FolderItemRef QtPlatform::ShowOpenDialog(const OpenDialogSpec& request) {
     return FolderItem(FromQ(dialog.selectedFiles().first()));
 }
 
-FolderItemRef QtPlatform::ShowSaveDialog(const SaveDialogSpec& request) {
+FolderItemRef QtPlatform::ShowSaveDialog(const SaveDialogRequest& request) {
     BeforeDialog();
     QFileDialog dialog(shell_.DialogParent(), ToQ(request.Title));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
@@ -102,7 +102,7 @@ void QtPlatform::MsgBox(std::string_view text) {
     box.exec();
 }
 
-DialogButton QtPlatform::ShowMessageDialog(const MessageDialogSpec& request) {
+DialogButton QtPlatform::ShowMessageDialog(const MessageDialogRequest& request) {
     BeforeDialog();
     QMessageBox box(shell_.DialogParent());
     box.setWindowTitle(QStringLiteral("Vornelt"));

@@ -16,10 +16,10 @@ class QtPlatform : public Platform {
 public:
     explicit QtPlatform(AppShell& shell);
 
-    FolderItemRef ShowOpenDialog(const OpenDialogSpec& request) override;
-    FolderItemRef ShowSaveDialog(const SaveDialogSpec& request) override;
+    FolderItemRef ShowOpenDialog(const OpenDialogRequest& request) override;
+    FolderItemRef ShowSaveDialog(const SaveDialogRequest& request) override;
     void MsgBox(std::string_view text) override;
-    DialogButton ShowMessageDialog(const MessageDialogSpec& request) override;
+    DialogButton ShowMessageDialog(const MessageDialogRequest& request) override;
     void Beep() override;
     int SetWindowModified(bool modified) override;
     void Yield() override;
@@ -35,12 +35,11 @@ public:
     static constexpr uint32_t kCallsPerClockCheck = 256;
     int64_t TimesServed() const { return served_; }
 
-protected:
     // Brings the windows in line with the records before a dialog stands in front of them.
     void BeforeDialog();
-    AppShell& shell_;
 
 private:
+    AppShell& shell_;
     QElapsedTimer sinceServed_;
     uint32_t calls_ = 0;
     int64_t served_ = 0;

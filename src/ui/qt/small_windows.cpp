@@ -67,15 +67,15 @@ FrameRateView::FrameRateView(AppShell& shell, bool droped, QWidget* parent)
     popup_->setFont(ControlFont(10));
 #endif
     connect(popup_, &QComboBox::activated, this, [this](int row) {
-        shell_.Dispatch([this, row] {
+        shell_.Dispatch([this, row](Desktop& d) {
             if (droped_) {
-                if (!FrameRateWindowIfDropedExists()) return;
-                FrameRateWindowIfDroped().PopupMenu1.ListIndex = row;
-                FrameRateWindowIfDroped_PopupMenu1_Change();
+                if (!FrameRateWindowIfDropedExists(d)) return;
+                FrameRateWindowIfDroped(d).PopupMenu1.ListIndex = row;
+                FrameRateWindowIfDroped_PopupMenu1_Change(d);
             } else {
-                if (!FrameRateWindowExists()) return;
-                FrameRateWindow().PopupMenu1.ListIndex = row;
-                FrameRateWindow_PopupMenu1_Change();
+                if (!FrameRateWindowExists(d)) return;
+                FrameRateWindow(d).PopupMenu1.ListIndex = row;
+                FrameRateWindow_PopupMenu1_Change(d);
             }
         });
     });
@@ -98,9 +98,10 @@ FrameRateView::FrameRateView(AppShell& shell, bool droped, QWidget* parent)
 }
 
 void FrameRateView::Mirror() {
-    const bool exists = droped_ ? FrameRateWindowIfDropedExists() : FrameRateWindowExists();
+    Desktop& d = shell_.desktop();
+    const bool exists = droped_ ? FrameRateWindowIfDropedExists(d) : FrameRateWindowExists(d);
     if (!exists) return;
-    const FrameRateWindowState& w = droped_ ? FrameRateWindowIfDroped() : FrameRateWindow();
+    const FrameRateWindowState& w = droped_ ? FrameRateWindowIfDroped(d) : FrameRateWindow(d);
     instance_ = w.Instance;
     setWindowTitle(ToQ(w.Title));
     const QSignalBlocker block(popup_);
@@ -120,19 +121,14 @@ void FrameRateView::reject() {
 void FrameRateView::closeEvent(QCloseEvent* event) {
     if (closingForGood_) return event->accept();
     // Closed by its title bar: the chain ends here, with no load.
-    shell_.Dispatch([this] {
-        if (droped_)
-            CloseFrameRateWindowIfDroped();
-        else
-            CloseFrameRateWindow();
-    });
+    shell_.Dispatch(droped_ ? CloseFrameRateWindowIfDroped : CloseFrameRateWindow);
     event->accept();
 }
 
 // ---- the progress window ----
 
-ProgressView::ProgressView(QWidget* parent)
-    : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint) {
+ProgressView::ProgressView(const ProgressWindow& record, QWidget* parent)
+    : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint), record_(record) {
     setObjectName("ProgressBarWindow");
     setWindowModality(Qt::ApplicationModal);
     setFixedSize(500, 112);
@@ -148,8 +144,8 @@ ProgressView::ProgressView(QWidget* parent)
 }
 
 void ProgressView::Mirror() {
-    if (!ProgressBarWindowExists()) return;
-    const ProgressBarWindowState& p = ProgressBarWindow();
+    if (!record_.open) return;
+    const ProgressBarWindowState& p = record_.state;
     setWindowTitle(ToQ(p.Title));
     headline_->setText(ToQ(p.ST_Headline.Text));
     detail_->setText(ToQ(p.ST_Detail.Text));
@@ -205,8 +201,9 @@ StartUpView::StartUpView(AppShell& shell) : SplashView(60, nullptr), shell_(shel
 }
 
 void StartUpView::Mirror() {
-    if (!StartUpWindowExists()) return;
-    const StartUpWindowState& w = StartUpWindow();
+    Desktop& d = shell_.desktop();
+    if (!StartUpWindowExists(d)) return;
+    const StartUpWindowState& w = StartUpWindow(d);
     instance_ = w.Instance;
     version_->setText(ToQ(w.ST_Version.Text));
     if (w.Timer1.Resets != timerResets_) {
@@ -230,12 +227,12 @@ LinkLabel::LinkLabel(AppShell& shell, QWidget* parent) : QLabel(parent), shell_(
 void LinkLabel::enterEvent(QEnterEvent*) { shell_.Dispatch(ST_www_MouseEnter); }
 
 void LinkLabel::leaveEvent(QEvent*) {
-    if (AboutWindow2Exists()) shell_.Dispatch(ST_www_MouseExit);
+    if (AboutWindow2Exists(shell_.desktop())) shell_.Dispatch(ST_www_MouseExit);
 }
 
 void LinkLabel::mousePressEvent(QMouseEvent* event) {
     claimed_ = false;
-    shell_.Dispatch([this] { claimed_ = ST_www_MouseDown(); });
+    shell_.Dispatch([this](Desktop& d) { claimed_ = ST_www_MouseDown(d); });
     if (claimed_) event->accept();
     else QLabel::mousePressEvent(event);
 }
@@ -274,8 +271,9 @@ AboutView::AboutView(AppShell& shell) : SplashView(44, nullptr), shell_(shell) {
 }
 
 void AboutView::Mirror() {
-    if (!AboutWindow2Exists()) return;
-    const AboutWindow2State& w = AboutWindow2();
+    Desktop& d = shell_.desktop();
+    if (!AboutWindow2Exists(d)) return;
+    const AboutWindow2State& w = AboutWindow2(d);
     instance_ = w.Instance;
     version_->setText(ToQ(w.ST_Version.Text));
     setCursor(CursorShapeOf(w.Cursor));
@@ -284,12 +282,12 @@ void AboutView::Mirror() {
 void AboutView::mousePressEvent(QMouseEvent* event) {
     // A click anywhere but on the link closes the window.
     bool claimed = false;
-    shell_.Dispatch([&] { claimed = AboutWindow2_Event_MouseDown(); });
+    shell_.Dispatch([&](Desktop& d) { claimed = AboutWindow2_Event_MouseDown(d); });
     if (claimed) event->accept();
 }
 
 void AboutView::closeEvent(QCloseEvent* event) {
-    if (!closingForGood_ && AboutWindow2Exists()) shell_.Dispatch(CloseAboutWindow2);
+    if (!closingForGood_ && AboutWindow2Exists(shell_.desktop())) shell_.Dispatch(CloseAboutWindow2);
     event->accept();
 }
 

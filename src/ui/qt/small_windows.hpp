@@ -12,6 +12,10 @@ class QComboBox;
 class QProgressBar;
 class QPushButton;
 
+namespace vornelt {
+struct ProgressWindow;
+}
+
 namespace vornelt::qt {
 
 class AppShell;
@@ -42,7 +46,8 @@ private:
 class ProgressView : public QDialog {
     Q_OBJECT
 public:
-    explicit ProgressView(QWidget* parent = nullptr);
+    // Mirrors the progress window of the session.
+    explicit ProgressView(const ProgressWindow& record, QWidget* parent = nullptr);
     void Mirror();
     // Paints the control now, or soon when it was painted a moment ago.
     void RedrawNow(QWidget* control);
@@ -55,6 +60,7 @@ protected:
     void reject() override {}
 
 private:
+    const ProgressWindow& record_;
     QLabel* headline_ = nullptr;
     QLabel* detail_ = nullptr;
     QProgressBar* bar_ = nullptr;

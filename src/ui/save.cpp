@@ -3,39 +3,37 @@
 #include <string>
 #include <string_view>
 
-#include "document/module1.hpp"
-#include "document/text.hpp"
-#include "document/window_state.hpp"
-#include "platform/encodings.hpp"
-#include "platform/platform.hpp"
-#include "writer/writer.hpp"
+#include "text/encodings.hpp"
+#include "text/text.hpp"
+#include "ui/handlers.hpp"
+#include "ui/render.hpp"
+#include "vornelt/convert.hpp"
 
 namespace vornelt {
 
+using namespace ui_detail;
+
 namespace {
 
-const std::string& SaveErrorText() {
-    static const std::string text =
-        std::string("Unknown Error while saving the File.") + kCR + kCR + "Please try again.";
-    return text;
-}
+constexpr std::string_view kSaveErrorText = "Unknown Error while saving the File.\r\rPlease try again.";
 
-void ReportSaveError() {
-    GetPlatform().Beep();
-    GetPlatform().MsgBox(SaveErrorText());
+void ReportSaveError(Desktop& d) {
+    Plat(d).Beep();
+    Plat(d).MsgBox(kSaveErrorText);
 }
 
 // Writes the list to the file and records it as the file of the last save. A file that
 // cannot be created raises the nil-object error, as using the missing stream would. The
 // stream writes beside the target and puts it in place on Close, so a failure on the way
 // leaves an earlier file whole.
-void WriteListFile(const FolderItem& file) {
-    Document& m = Module1;
-    MainWindowState& window = MainWindow();
+void WriteListFile(Desktop& d, const FolderItem& file) {
+    Document& m = Doc(d);
+    MainWindowState& window = Window(d);
+    Platform& platform = Plat(d);
     window.Cursor = MouseCursor::Wait;
 
     const SharedText list = m.finalCMXString;
-    std::unique_ptr<TextOutputStream> stream = GetPlatform().CreateTextFile(file);
+    std::unique_ptr<TextOutputStream> stream = platform.CreateTextFile(file);
     if (!stream) throw NilObjectError();
     // The list and nothing behind it: its own last line end ends the file. It goes out a
     // piece at a time, so a long list is never held twice; the file takes its place only
@@ -46,10 +44,10 @@ void WriteListFile(const FolderItem& file) {
 
     // Creator "VORN", then type "TEXT": the platform sets the pair in one call. Where files
     // carry no such attributes (anything but macOS) nothing is kept.
-    GetPlatform().SetMacTypeAndCreator(file, "TEXT", "VORN");
+    platform.SetMacTypeAndCreator(file, "TEXT", "VORN");
 
     m.isModified = false;
-    PunktImPunkt();
+    PunktImPunkt(m, platform);
     window.Cursor = MouseCursor::StandardPointer;
     window.Title = file.Name();
     m.mySavedAbsDateiName = file.Name();
@@ -59,57 +57,50 @@ void WriteListFile(const FolderItem& file) {
 
 }  // namespace
 
-std::string SuggestedSaveName(std::string_view loadedName) {
-    // The name up to its first point; a name without one is taken whole.
-    const int64_t point = InStr(loadedName, ".");
-    const std::string_view stem = point == 0 ? loadedName : Left(loadedName, point - 1);
-    return std::string(stem) + " VORNELT.edl";
-}
-
-void SaveAsDialog() {
-    Document& m = Module1;
+void SaveAsDialog(Desktop& d) {
+    Document& m = Doc(d);
     try {
-        SaveDialogSpec dialog;
+        SaveDialogRequest dialog;
         dialog.Title = "Save EDL As " + m.edlFormat;
         dialog.PromptText = "Save new EDL as...";
         dialog.SuggestedFileName = SuggestedSaveName(m.myAbsDateiName);
         dialog.InitialDirectory = m.myAbsDateiFolderItem;
-        const FolderItemRef file = GetPlatform().ShowSaveDialog(dialog);
+        const FolderItemRef file = Plat(d).ShowSaveDialog(dialog);
         if (file) {
-            WriteListFile(*file);
+            WriteListFile(d, *file);
         } else {
             // Cancelled: the list counts as unsaved again, whatever it was before.
             m.isModified = true;
-            PunktImPunkt();
+            PunktImPunkt(m, Plat(d));
         }
     } catch (...) {
         // The cursor stays as it was; the state is what the writing had reached.
-        ReportSaveError();
+        ReportSaveError(d);
     }
 }
 
-void SaveOhneDialog() {
-    Document& m = Module1;
+void SaveOhneDialog(Desktop& d) {
+    Document& m = Doc(d);
     try {
         const FolderItemRef file = GetFolderItem(m.mySavedAbsDateiPfad);
         if (!file) {
-            ReportSaveError();
-            MainWindow().Cursor = MouseCursor::StandardPointer;
+            ReportSaveError(d);
+            Window(d).Cursor = MouseCursor::StandardPointer;
             return;
         }
         if (!file->Exists()) {
             // The file of the last save has gone: the dialog takes over without a word.
-            SaveAsDialog();
+            SaveAsDialog(d);
             return;
         }
-        WriteListFile(*file);
+        WriteListFile(d, *file);
     } catch (const NilObjectError&) {
-        ReportSaveError();
+        ReportSaveError(d);
     } catch (const IOError&) {
         // A write or close that fails leaves no saved file, just as a failed creation does,
         // and is told the same way: an editor must always hear that a save did not happen.
         // Errors of any other kind go on to the caller.
-        ReportSaveError();
+        ReportSaveError(d);
     }
 }
 

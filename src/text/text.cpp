@@ -1,4 +1,4 @@
-#include "document/text.hpp"
+#include "text/text.hpp"
 
 #include <algorithm>
 #include <charconv>
@@ -18,7 +18,7 @@ struct UpperMapping {
     char32_t from;
     char32_t to[3];
 };
-#include "document/unicode_case.inc"
+#include "text/unicode_case.inc"
 
 inline bool IsContinuation(unsigned char b) { return (b & 0xC0) == 0x80; }
 

@@ -1,13 +1,8 @@
-#include "document/module1.hpp"
+#include "document/document.hpp"
 
 #include "document/window_state.hpp"
 
 namespace vornelt {
-
-Document Module1;
-
-Document::Document()
-    : cmxString(std::make_shared<std::string>()), finalCMXString(std::make_shared<const std::string>()) {}
 
 std::vector<TextColumn*> Document::AllTextTables() {
     return {&readOrigCompleteLine, &dummyReadZeile,     &readOrigRecOutTC,     &readOrigRecInTC,
@@ -20,61 +15,7 @@ std::vector<TextColumn*> Document::AllTextTables() {
             &copyTransDur,         &copyIsBTrack,       &cleanClipReelName};
 }
 
-void ResetProgramState() {
-    Document& m = Module1;
-    for (TextColumn* t : m.AllTextTables()) {
-        t->clear();
-        t->AttachDocument(nullptr);
-    }
-    for (Int32Table* t : {&m.readOrigRecOutFrame, &m.readOrigRecInFrame, &m.readOrigSourceOutFrame,
-                          &m.readOrigSourceInFrame, &m.readOrigEventNumberInt, &m.editDurationFrames,
-                          &m.readCompleteEventNum, &m.copyRecOutFrame, &m.copyRecInFrame, &m.copySourceOutFrame,
-                          &m.copySourceInFrame, &m.copyEventNumberInt, &m.copyEditDurationFrames})
-        t->clear();
-    m.readOrigM2.clear();
-    m.copyM2.clear();
-    m.displayThisEventLine.clear();
-    m.displayThisAudioEventLine.clear();
-    m.displayThisKeyEventLine.clear();
-    m.cmxString = std::make_shared<std::string>();
-    m.finalCMXString = std::make_shared<const std::string>();
-    m.maxZeilen = 0;
-    m.frameRate = 0.0;
-    m.dropFrame = false;
-    m.frameRateTmp = 0.0;
-    m.dropFrameTmp = false;
-    m.prefDefaultFrameRate = 0.0;
-    m.IsGrassValley = false;
-    m.edlFormat.clear();
-    m.indexStart = -1;
-    m.ZeileEins.clear();
-    m.ZeileZwei.clear();
-    m.newSeqTitle.clear();
-    m.newReelName.clear();
-    m.TimeLineStartTC.clear();
-    m.TimeLineEndTC.clear();
-    m.TimeLineStartFrame = 0;
-    m.TimeLineEndFrame = 0;
-    m.isModified = false;
-    m.dbCreated = false;
-    m.boolMirror = m.boolV1 = m.boolV2 = m.boolA1234 = m.boolFreezeFrame = m.boolSpeedChange =
-        m.boolTransToDissolve = m.boolKeyToDissolve = m.boolGenerateNewComments = false;
-    m.myAbsDateiName.clear();
-    m.myAbsDateiPfad.clear();
-    m.myAbsDateiFolderItem.reset();
-    m.mySavedAbsDateiName.clear();
-    m.mySavedAbsDateiPfad.clear();
-    m.mySavedAbsDateiFolderItem.reset();
-    m.myAbsMovieName.clear();
-    m.myAbsMoviePfad.clear();
-    m.myAbsMovieFolderItem.reset();
-    m.DropedFolderItem.reset();
-    CloseMainWindow();
-    if (ProgressBarWindowExists()) CloseProgressBarWindow();
-}
-
-void ResetGlobalVariables_NEU() {
-    Document& m = Module1;
+void ResetGlobalVariables_NEU(Document& m, const MainWindowState& w) {
     // 1. A new load forgets the saved file and the movie: the next save asks for a name.
     m.mySavedAbsDateiName.clear();
     m.mySavedAbsDateiPfad.clear();
@@ -131,7 +72,6 @@ void ResetGlobalVariables_NEU() {
     m.displayThisAudioEventLine.clear();
 
     // 3. The options survive a load: the flags are read back from the check boxes.
-    MainWindowState& w = MainWindow();
     m.boolMirror = w.Chb_Mirror.Value;
     m.boolV1 = w.Chb_V1.Value;
     m.boolV2 = w.Chb_V2.Value;

@@ -17,6 +17,9 @@ std::string DecodeWindowsLatin1(std::string bytes);
 // cannot hold is written as "?", one per code point.
 std::string EncodeMacRoman(std::string_view text);
 
+// Mac OS Roman bytes as text: every byte one character ("€" for 0xDB).
+std::string DecodeMacRoman(std::string_view bytes);
+
 // The bytes of a saved list: every line end (CR, LF or CR LF) becomes CR LF, then the text
 // is encoded as Mac OS Roman. One pass.
 std::string EncodeListForSaving(std::string_view text);

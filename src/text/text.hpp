@@ -59,6 +59,35 @@ inline int64_t InStr(TextView source, TextView find) noexcept { return InStr(1, 
 bool EqualsCI(TextView a, TextView b) noexcept;
 // The text begins with the literal: the search for it gives position 1.
 bool StartsWithCI(TextView s, TextView literal) noexcept;
+// EqualsCI against an ASCII literal, with the short ASCII texts of the tables compared in
+// place. Any other text goes the general way, where a character outside ASCII may still
+// fold to the literal's letters.
+inline bool IsCI(TextView text, TextView literal) noexcept {
+    for (char c : text)
+        if (static_cast<unsigned char>(c) >= 0x80) return EqualsCI(text, literal);
+    if (text.size() != literal.size()) return false;
+    for (size_t k = 0; k < text.size(); ++k) {
+        char a = text[k], b = literal[k];
+        if (a >= 'a' && a <= 'z') a = char(a - 32);
+        if (b >= 'a' && b <= 'z') b = char(b - 32);
+        if (a != b) return false;
+    }
+    return true;
+}
+
+// StartsWithCI for an ASCII literal, with a text that begins in ASCII compared in place.
+inline bool BeginsCI(TextView text, TextView literal) noexcept {
+    if (text.size() < literal.size()) return StartsWithCI(text, literal);
+    for (size_t k = 0; k < literal.size(); ++k) {
+        char a = text[k], b = literal[k];
+        if (static_cast<unsigned char>(a) >= 0x80) return StartsWithCI(text, literal);
+        if (a >= 'a' && a <= 'z') a = char(a - 32);
+        if (b >= 'a' && b <= 'z') b = char(b - 32);
+        if (a != b) return false;
+    }
+    return true;
+}
+
 // Every match, left to right, not overlapping; an empty `find` changes nothing.
 Text ReplaceAll(TextView s, TextView find, TextView replacement);
 Text Uppercase(TextView s);  // full mapping: "ß" becomes "SS"

@@ -1,19 +1,21 @@
 #pragma once
-// The document: every table and value of the loaded list, in the one object Module1.
+// The document: every table and value of the loaded list, in one object that is handed to
+// every routine that reads or changes it. A program holds one per list: the window one, the
+// converter one for each input, and two never share anything that changes.
 //
 // Row invariant: a row is one line of the file, not one event. After a load, row i of every
 // table describes line i (row 0 is the first line), and every table runs from row 0 to row
 // maxZeilen, the highest index. A line that is no event still has its row, with "" in the
-// text tables and -1 in the number tables. The pipeline routines take no arguments: they
-// hand over through these tables, and the order of the calls is the whole contract.
+// text tables and -1 in the number tables. The pipeline routines hand over through these
+// tables, and the order of the calls is the whole contract.
 
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "document/text_column.hpp"
 #include "platform/folder_item.hpp"
+#include "text/text_column.hpp"
 
 namespace vornelt {
 
@@ -21,12 +23,8 @@ using Int32Table = std::vector<int32_t>;
 using DoubleTable = std::vector<double>;
 using BoolTable = std::vector<bool>;
 
-struct Document {
-    Document();
-    Document(const Document&) = delete;
-    Document& operator=(const Document&) = delete;
-
-    // ---- read tables: the list as read, never changed after the load ----
+// The read tables: the list as read, never changed after the load.
+struct ReadTables {
     TextColumn readOrigCompleteLine;  // whole line, trimmed
     TextColumn dummyReadZeile;        // the reader's scratch copy of each line
     TextColumn readOrigRecOutTC;
@@ -47,8 +45,10 @@ struct Document {
     Int32Table editDurationFrames;
     TextColumn readOrigM2Str;  // speed text of a motion line, "**" on any other row
     DoubleTable readOrigM2;    // its value, -1111.0 on any other row; never emptied
+};
 
-    // ---- tables that exist and stay empty ----
+// Tables that exist and stay empty.
+struct UnusedTables {
     TextColumn readCompleteEvent;
     Int32Table readCompleteEventNum;
     TextColumn readOrigClipNames;
@@ -58,8 +58,11 @@ struct Document {
     TextColumn copyClipNames;
     BoolTable displayThisEventLine;
     DoubleTable copyM2;
+};
 
-    // ---- copy tables: the working copy that the passes and switches change ----
+// The copy tables: the working copy that the passes and switches change, with the display
+// flags of each row.
+struct CopyTables {
     TextColumn copyCompletLine;
     TextColumn copyRecOutTC;
     TextColumn copyRecInTC;
@@ -78,16 +81,16 @@ struct Document {
     TextColumn copyIsBTrack;
     Int32Table copyEditDurationFrames;
     TextColumn cleanClipReelName;  // generated reel names of the clip chains
-
-    // ---- display flags ----
     BoolTable displayThisAudioEventLine;
     BoolTable displayThisKeyEventLine;
+};
 
-    // ---- scalars of the current list ----
+// The values of the current list.
+struct ListValues {
     // The file's text, then the normalised text. Every read table of a load refers into
     // this one buffer.
-    std::shared_ptr<std::string> cmxString;
-    SharedText finalCMXString;  // the generated list, shared with the text area
+    std::shared_ptr<std::string> cmxString = std::make_shared<std::string>();
+    SharedText finalCMXString = std::make_shared<const std::string>();  // the generated list, shared with the text area
     int32_t maxZeilen = 0;
     double frameRate = 0.0;
     bool dropFrame = false;
@@ -107,8 +110,10 @@ struct Document {
     int32_t TimeLineEndFrame = 0;
     bool isModified = false;
     bool dbCreated = false;
+};
 
-    // ---- option flags: mirrors of the check boxes ----
+// The option flags: mirrors of the check boxes for the logic.
+struct OptionFlags {
     bool boolMirror = false;
     bool boolV1 = false;
     bool boolV2 = false;
@@ -118,8 +123,10 @@ struct Document {
     bool boolTransToDissolve = false;
     bool boolKeyToDissolve = false;
     bool boolGenerateNewComments = false;
+};
 
-    // ---- file and movie references ----
+// The files of the list, of its last save and of the rendered movie.
+struct FileReferences {
     std::string myAbsDateiName;
     std::string myAbsDateiPfad;
     FolderItemRef myAbsDateiFolderItem;
@@ -130,20 +137,21 @@ struct Document {
     std::string myAbsMoviePfad;
     FolderItemRef myAbsMovieFolderItem;
     FolderItemRef DropedFolderItem;
+};
+
+struct Document : ReadTables, UnusedTables, CopyTables, ListValues, OptionFlags, FileReferences {
+    Document() = default;
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
 
     // Every text table, for work that concerns them all (attaching the document buffer).
     std::vector<TextColumn*> AllTextTables();
 };
 
-// The one document of the program.
-extern Document Module1;
-
-// Puts Module1, the main window and the progress window back to the state of a fresh
-// program start (used by the converter between lists and by tests).
-void ResetProgramState();
+struct MainWindowState;
 
 // Empties the document tables and reads the option check boxes into the flags, in the
 // order that keeps all tables aligned for the load that follows.
-void ResetGlobalVariables_NEU();
+void ResetGlobalVariables_NEU(Document& m, const MainWindowState& window);
 
 }  // namespace vornelt

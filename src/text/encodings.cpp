@@ -1,15 +1,15 @@
-#include "platform/encodings.hpp"
+#include "text/encodings.hpp"
 
 #include <algorithm>
 #include <array>
 
-#include "document/text.hpp"
+#include "text/text.hpp"
 
 namespace vornelt {
 
 namespace {
 
-#include "platform/charsets.inc"
+#include "text/charsets.inc"
 
 // Mac OS Roman byte of a code point, or '?' when it has none.
 class MacRomanTable {
@@ -49,6 +49,19 @@ std::string DecodeWindowsLatin1(std::string bytes) {
             AppendChar(out, b);
     }
     return out;
+}
+
+std::string DecodeMacRoman(std::string_view bytes) {
+    std::string text;
+    text.reserve(bytes.size());
+    for (const char c : bytes) {
+        const auto b = static_cast<unsigned char>(c);
+        if (b < 0x80)
+            text.push_back(c);
+        else
+            AppendChar(text, kMacRomanHigh[b - 0x80]);
+    }
+    return text;
 }
 
 std::string EncodeMacRoman(std::string_view text) {

@@ -1,12 +1,8 @@
 // The reel field: any reel text as the fixed-width field of the list's form.
-#include "document/module1.hpp"
-#include "document/text.hpp"
-#include "writer/writer.hpp"
-#include "writer/writer_internal.hpp"
+#include "text/text.hpp"
+#include "vocabulary/vocabulary.hpp"
 
 namespace vornelt {
-
-namespace writer_detail {
 
 namespace {
 
@@ -32,7 +28,9 @@ bool IsReservedReel(std::string_view reel) noexcept {
             default: return false;
         }
     }
-    return EqualsCI(reel, "AX") || EqualsCI(reel, "BL") || EqualsCI(reel, "AUX") || EqualsCI(reel, "BLACK");
+    for (std::string_view reserved : kReservedReels)
+        if (EqualsCI(reel, reserved)) return true;
+    return false;
 }
 
 void AppendReelField(std::string& out, std::string_view name, bool grassValley) {
@@ -65,11 +63,9 @@ void AppendReelField(std::string& out, std::string_view name, bool grassValley) 
     out.append(bare).append(size_t(width - length), ' ');
 }
 
-}  // namespace writer_detail
-
-std::string FormatReelNames(std::string_view name) {
+std::string FormatReelNames(std::string_view name, bool grassValley) {
     std::string field;
-    writer_detail::AppendReelField(field, name, Module1.IsGrassValley);
+    AppendReelField(field, name, grassValley);
     return field;
 }
 

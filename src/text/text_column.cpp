@@ -1,4 +1,4 @@
-#include "document/text_column.hpp"
+#include "text/text_column.hpp"
 
 #include <algorithm>
 #include <stdexcept>

@@ -1,0 +1,210 @@
+// The Python module `vornelt`: the conversion library for pipelines written in Python.
+#include <pybind11/pybind11.h>
+#include <pybind11/stl.h>
+
+#include <cerrno>
+#include <filesystem>
+
+#include "platform/files.hpp"
+#include "platform/folder_item.hpp"
+#include "text/encodings.hpp"
+#include "vornelt/convert.hpp"
+
+namespace py = pybind11;
+
+namespace vornelt::python {
+namespace {
+
+// What a conversion gives back, as plain Python values.
+struct Result {
+    py::bytes data;
+    std::string text;
+    std::string form;
+    std::vector<std::string> messages;
+    std::optional<std::string> path;
+};
+
+ConvertOptions Options(int fps, bool mirror, bool keys, bool audio, bool removeFreezeFrames, bool removeSpeedChanges,
+                       bool wipesToDissolves, bool keysToDissolves, bool comments, const std::string& wipeNames,
+                       std::optional<std::string> title, std::optional<std::string> movie,
+                       std::optional<std::string> reel) {
+    ConvertOptions o;
+    o.fps = fps;
+    o.mirror = mirror;
+    o.keys = keys;
+    o.audio = audio;
+    o.removeFreezeFrames = removeFreezeFrames;
+    o.removeSpeedChanges = removeSpeedChanges;
+    o.wipesToDissolves = wipesToDissolves;
+    o.keysToDissolves = keysToDissolves;
+    o.comments = comments;
+    if (wipeNames == "fcp")
+        o.wipeNames = WipeNames::FinalCutPro;
+    else if (wipeNames == "smpte")
+        o.wipeNames = WipeNames::Smpte;
+    else
+        throw py::value_error("wipe_names: \"fcp\" or \"smpte\"");
+    o.title = std::move(title);
+    o.movie = std::move(movie);
+    o.reel = std::move(reel);
+    if (const std::string problem = CheckOptions(o); !problem.empty()) throw py::value_error(problem);
+    return o;
+}
+
+[[noreturn]] void RaiseOSError(int error, const std::string& path) {
+    const std::string cause = ErrorCause(error);
+    if (error == kErrorListTooLarge) error = EFBIG;
+    py::object exc = py::module_::import("builtins").attr("OSError")(error, cause, path);
+    PyErr_SetObject(reinterpret_cast<PyObject*>(Py_TYPE(exc.ptr())), exc.ptr());  // FileNotFoundError, ...
+    throw py::error_already_set();
+}
+
+// The bytes of a list given as bytes, or read from a path.
+std::string ListBytes(const py::object& data, std::string& name) {
+    if (py::isinstance<py::bytes>(data) || py::isinstance<py::bytearray>(data) ||
+        py::isinstance<py::memoryview>(data))
+        return py::module_::import("builtins").attr("bytes")(data).cast<std::string>();
+    const std::string path = py::str(py::module_::import("os").attr("fspath")(data)).cast<std::string>();
+    if (name.empty()) name = FolderItem(path).Name();
+    std::string bytes;
+    int error;
+    {
+        py::gil_scoped_release unlocked;
+        error = ReadListFile(path, bytes);
+    }
+    if (error != 0) RaiseOSError(error, path);
+    return bytes;
+}
+
+Result Run(const std::string& bytes, const ConvertOptions& o, const std::string& name) {
+    ConvertResult r;
+    {
+        py::gil_scoped_release unlocked;
+        r = Convert(bytes, o, name);
+    }
+    if (r.status == ConvertStatus::BadOptions) throw py::value_error(r.error);
+    if (!r.ok()) throw std::runtime_error(r.error);
+    Result result;
+    result.text = DecodeMacRoman(r.bytes);
+    result.data = py::bytes(r.bytes);
+    result.form = r.form == ListForm::GVG ? "GVG" : "CMX";
+    result.messages = std::move(r.messages);
+    return result;
+}
+
+}  // namespace
+}  // namespace vornelt::python
+
+PYBIND11_MODULE(vornelt, m) {
+    using namespace vornelt;
+    using namespace vornelt::python;
+    namespace py = pybind11;
+    m.doc() = "Vornelt: edit decision lists (CMX 3600 or GVG) converted as the Vornelt window saves them.";
+    m.attr("__version__") = VORNELT_VERSION_STRING;
+
+    py::class_<Result>(m, "Result", "What a conversion gives: the saved list and what the window would have said.")
+        .def_property_readonly("data", [](const Result& r) { return r.data; },
+                               "The saved list: CR LF line ends, Mac OS Roman (bytes).")
+        .def_property_readonly("text", [](const Result& r) { return r.text; },
+                               "The saved list decoded from Mac OS Roman (str).")
+        .def_readonly("form", &Result::form, "The list's form: \"CMX\" or \"GVG\".")
+        .def_readonly("messages", &Result::messages, "What the window would have shown, in order.")
+        .def_readonly("path", &Result::path, "Where convert_file saved the list; None for convert.")
+        .def("__repr__", [](const Result& r) {
+            return "<vornelt.Result " + r.form + ", " + std::to_string(py::len(r.data)) + " bytes>";
+        });
+
+    auto convert = [](const py::object& data, int fps, bool mirror, bool keys, bool audio, bool removeFreezeFrames,
+                      bool removeSpeedChanges, bool wipesToDissolves, bool keysToDissolves, bool comments,
+                      const std::string& wipeNames, std::optional<std::string> title, std::optional<std::string> movie,
+                      std::optional<std::string> reel, std::string name) {
+        const ConvertOptions o = Options(fps, mirror, keys, audio, removeFreezeFrames, removeSpeedChanges,
+                                         wipesToDissolves, keysToDissolves, comments, wipeNames, std::move(title),
+                                         std::move(movie), std::move(reel));
+        std::string given = name;
+        const std::string bytes = ListBytes(data, given);
+        return Run(bytes, o, given.empty() ? "list.edl" : given);
+    };
+    m.def("convert", convert, py::arg("data"), py::arg("fps"), py::kw_only(), py::arg("mirror") = true,
+          py::arg("keys") = true, py::arg("audio") = true, py::arg("remove_freeze_frames") = true,
+          py::arg("remove_speed_changes") = true, py::arg("wipes_to_dissolves") = true,
+          py::arg("keys_to_dissolves") = false, py::arg("comments") = true, py::arg("wipe_names") = "smpte",
+          py::arg("title") = py::none(), py::arg("movie") = py::none(), py::arg("reel") = py::none(),
+          py::arg("name") = "",
+          R"(Converts one list as the Vornelt window would save it.
+
+data: the list's bytes (bytes, bytearray, memoryview), or a path (str or os.PathLike) to read.
+fps: the list's frame rate, 24, 25 or 30: lists do not say.
+mirror: the mirror list on one rendered master movie: the source timecodes become the record
+    timecodes, reels the generated clip-chain names (or `reel`).
+keys: keep the key track (V2).
+audio: keep the audio events.
+remove_freeze_frames: leave out the motion lines of speed 0.
+remove_speed_changes: leave out the motion lines of any other speed.
+wipes_to_dissolves: turn wipes into dissolves of the same length.
+keys_to_dissolves: turn keys into dissolves of the same length.
+comments: generate effect and clip-name comment lines for every event.
+wipe_names: the table that names wipes in the comments, "smpte" or "fcp" (Final Cut Pro).
+title: the sequence title (in capitals); None keeps the list's own title.
+movie: the rendered movie named in the comment lines.
+reel: the master reel of the mirror list: letters and digits, at most 8 (6 for a GVG list).
+name: the list's file name, as the window shows it; a path's own name when a path is given.
+
+Returns a Result. Raises ValueError for options the list cannot take, OSError (with errno)
+for a file that cannot be read. The list is converted without the global interpreter lock,
+so threads convert in parallel.)");
+
+    auto convertFile = [](const py::object& src, const py::object& dst, int fps, bool mirror, bool keys, bool audio,
+                          bool removeFreezeFrames, bool removeSpeedChanges, bool wipesToDissolves,
+                          bool keysToDissolves, bool comments, const std::string& wipeNames,
+                          std::optional<std::string> title, std::optional<std::string> movie,
+                          std::optional<std::string> reel) {
+        const ConvertOptions o = Options(fps, mirror, keys, audio, removeFreezeFrames, removeSpeedChanges,
+                                         wipesToDissolves, keysToDissolves, comments, wipeNames, std::move(title),
+                                         std::move(movie), std::move(reel));
+        const py::object fspath = py::module_::import("os").attr("fspath");
+        const std::string source = py::str(fspath(src)).cast<std::string>();
+        std::string name;
+        const std::string bytes = ListBytes(src, name);
+        Result result = Run(bytes, o, name);
+
+        // Where it goes: beside the list under the suggested name, into a folder, or to a file.
+        const FolderItem in(source);
+        std::string target;
+        if (dst.is_none()) {
+            target = in.Parent()->Child(SuggestedSaveName(in.Name())).AbsolutePath();
+        } else {
+            const std::string given = py::str(fspath(dst)).cast<std::string>();
+            if (FolderItem(given).IsFolder())
+                target = FolderItem(given).Child(SuggestedSaveName(in.Name())).AbsolutePath();
+            else if (!given.empty() && given.back() == '/')
+                RaiseOSError(ENOENT, given);
+            else
+                target = FolderItem(given).AbsolutePath();
+        }
+        const std::string saved = result.data.cast<std::string>();
+        int error;
+        {
+            py::gil_scoped_release unlocked;
+            error = SaveFileBytes(target, saved);
+        }
+        if (error != 0) RaiseOSError(error, target);
+        SetFileTypeAndCreator(target, "TEXT", "VORN");
+        result.path = target;
+        return result;
+    };
+    m.def("convert_file", convertFile, py::arg("src"), py::arg("dst") = py::none(), py::kw_only(),
+          py::arg("fps"), py::arg("mirror") = true, py::arg("keys") = true, py::arg("audio") = true,
+          py::arg("remove_freeze_frames") = true, py::arg("remove_speed_changes") = true,
+          py::arg("wipes_to_dissolves") = true, py::arg("keys_to_dissolves") = false, py::arg("comments") = true,
+          py::arg("wipe_names") = "smpte", py::arg("title") = py::none(), py::arg("movie") = py::none(),
+          py::arg("reel") = py::none(),
+          R"(Converts the list at `src` and saves it as vornelt-convert does.
+
+dst: None saves beside `src` under the suggested name ("reel1.edl" gives "reel1 VORNELT.edl");
+    an existing folder (or a path ending in "/") saves into it under that name; any other
+    path names the file. A file is replaced only once the new one is written whole.
+The options are those of convert(). Returns the Result, with `path` set to the file written.
+Raises ValueError for bad options and OSError (with errno) when the list cannot be read or
+saved.)");
+}

@@ -1,0 +1,108 @@
+#include "session/load.hpp"
+
+#include "passes/passes.hpp"
+#include "reader/reader.hpp"
+#include "text/encodings.hpp"
+#include "text/text.hpp"
+#include "writer/writer.hpp"
+
+namespace vornelt {
+
+namespace {
+
+constexpr const char* kCantRead = "Sorry, Can't read the file.";
+
+// The part both roads share, from the wait cursor on.
+void LoadFile(Session& s, const FolderItem& file, bool assignRateTwice) {
+    MainWindowState& window = s.MainWindow();
+    window.Cursor = MouseCursor::Wait;
+    std::optional<std::string> bytes = s.platform.ReadWholeFile(file);
+    if (!bytes) {
+        // The old document stays as it was; nothing resets the wait cursor on this path.
+        s.platform.MsgBox(kCantRead);
+        return;
+    }
+    LoadListBytes(s, std::move(*bytes), file, assignRateTwice);
+}
+
+void ApplySwitches(Document& m, Platform& platform) {
+    AllAudioOnOff(m, platform);
+    AllKeysOnOff(m, platform);
+    AllKeysToDissolve(m, platform);
+    AllWipesToDissolve(m, platform);
+}
+
+}  // namespace
+
+void LoadListBytes(Session& s, std::string bytes, const FolderItem& file, bool assignRateTwice, Render render) {
+    Document& m = s.document;
+    MainWindowState& window = s.MainWindow();
+
+    // The cover with the welcome picture leaves the text area here, for good.
+    window.Canvas2.Enabled = false;
+    window.Canvas2.Visible = false;
+    window.Canvas1.Enabled = false;
+    window.Canvas1.Visible = false;
+
+    // Every byte is a character of Windows Latin 1.
+    m.cmxString = std::make_shared<std::string>(DecodeWindowsLatin1(std::move(bytes)));
+
+    ResetGlobalVariables_NEU(m, window);
+
+    window.Title = file.Name();
+    m.myAbsDateiName = file.Name();
+    m.myAbsDateiPfad = file.AbsolutePath();
+    m.myAbsDateiFolderItem = file.Parent();
+
+    window.Cursor = MouseCursor::StandardPointer;
+    m.dbCreated = true;
+
+    // After the reset, which sets both to zero.
+    m.frameRate = m.frameRateTmp;
+    m.dropFrame = m.dropFrameTmp;
+    if (assignRateTwice) {
+        // The drop road copies the rate a second time, to the same values; kept on purpose.
+        m.frameRate = m.frameRateTmp;
+        m.dropFrame = m.dropFrameTmp;
+    }
+    window.ST_FrameRate.Text = Str(m.frameRate);
+    window.ST_FCM.Text = m.dropFrame ? "Drop Frame" : "Non-Drop Frame";
+
+    ParseCMX3600(m, window, s.progress, s.platform);
+    CheckForM2(m, s.platform);
+    CopyArrays(m, s.platform);
+    CheckBSpurClipLenghts(m, s.platform);
+    CleanEDL_4(m, s.platform);
+    if (render == Render::Now)
+        PrepareToDisplay(s);
+    else
+        ApplySwitches(m, s.platform);
+
+    window.Cursor = MouseCursor::StandardPointer;
+}
+
+void PrepareToDisplay(Session& s) {
+    ApplySwitches(s.document, s.platform);
+    NewEDL_02(s.document, s.MainWindow(), s.platform);
+}
+
+void Open_CMX(Session& s) {
+    Document& m = s.document;
+    FolderItemRef file = s.platform.ShowOpenDialog({"Open EDL", "Select CMX-3600 or GVG EDL", "text/plain"});
+    // Before the answer is looked at, so a cancel keeps it; a load's reset empties it again.
+    if (m.myAbsMovieName.empty()) m.myAbsMovieName = "MASTER.MOV";
+    if (!file) return;
+    LoadFile(s, *file, false);
+}
+
+void FileDropedInEditField(Session& s) {
+    if (!s.document.DropedFolderItem) {
+        s.platform.MsgBox(kCantRead);
+        return;
+    }
+    // A copy: the load may not depend on the reference staying put.
+    const FolderItem file = *s.document.DropedFolderItem;
+    LoadFile(s, file, true);
+}
+
+}  // namespace vornelt
