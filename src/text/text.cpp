@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cerrno>
+#include <cfloat>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
-#include <limits>
 
 namespace vornelt {
 
@@ -326,18 +328,67 @@ Text Uppercase(TextView s) {
 
 // ---- numbers ------------------------------------------------------------------------
 
+namespace {
+
+// Unsigned decimal digits with at most one point ("025.5", "5.", ".5") as the nearest double,
+// ties to even, out of range giving infinity or 0. Without floating-point from_chars, which
+// not every standard library has, and without the locale's decimal point.
+double DecimalToDouble(TextView number) noexcept {
+    // The significant digits as an integer and the power of ten that scales them. Every
+    // halfway point between two doubles has at most 768 significant digits, so past kKept
+    // digits a single 1 standing for any nonzero rest rounds as the rest itself does.
+    constexpr size_t kKept = 780;
+    char digits[kKept + 32];
+    size_t count = 0;
+    int64_t exponent = 0;
+    bool point = false, nonZeroRest = false;
+    for (char c : number) {
+        if (c == '.') {
+            point = true;
+        } else if (count < kKept) {
+            if (count > 0 || c != '0') digits[count++] = c;
+            if (point) --exponent;
+        } else {
+            if (c != '0') nonZeroRest = true;
+            if (!point) ++exponent;
+        }
+    }
+    if (count == 0) return 0.0;
+    if (nonZeroRest) {
+        digits[count++] = '1';
+        --exponent;
+    }
+    // Small enough that the digits and the power of ten are both exact doubles: one
+    // multiplication or division then rounds once, correctly.
+    static constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                              1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    if (FLT_EVAL_METHOD == 0 && count <= 16 && exponent >= -22 && exponent <= 22) {
+        uint64_t m = 0;
+        for (size_t i = 0; i < count; ++i) m = m * 10 + uint64_t(digits[i] - '0');
+        if (m <= (uint64_t(1) << 53))
+            return exponent < 0 ? double(m) / kPowersOfTen[-exponent] : double(m) * kPowersOfTen[exponent];
+    }
+    // Otherwise strtod, which rounds correctly, given the digits and an exponent: no decimal
+    // point, so no locale comes into it.
+    char* end = digits + count;
+    *end++ = 'e';
+    end = std::to_chars(end, digits + sizeof digits - 1, exponent).ptr;
+    *end = '\0';
+    int savedErrno = errno;
+    double value = std::strtod(digits, nullptr);
+    errno = savedErrno;
+    return value;
+}
+
+}  // namespace
+
 double Val(TextView s) noexcept {
     bool nonZero = false;
     size_t n = NumberPrefix(s, nonZero);
     if (n == 0) return 0.0;
     bool negative = s[0] == '-';
     size_t b = (s[0] == '+' || s[0] == '-') ? 1 : 0;
-    double value = 0.0;
-    auto r = std::from_chars(s.data() + b, s.data() + n, value, std::chars_format::fixed);
-    if (r.ec == std::errc::result_out_of_range)
-        value = nonZero ? std::numeric_limits<double>::infinity() : 0.0;
-    else if (r.ec != std::errc())
-        value = 0.0;
+    double value = DecimalToDouble(s.substr(b, n - b));
     return negative ? -value : value;
 }
 

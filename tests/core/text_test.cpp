@@ -5,6 +5,7 @@
 
 #include <climits>
 #include <cmath>
+#include <string>
 
 #include "document/timecode.hpp"
 #include "fixtures.hpp"
@@ -14,10 +15,21 @@ namespace vornelt {
 namespace {
 
 TEST(Text, ValReadsTheLeadingNumberOnly) {
-    const std::pair<const char*, double> cases[] = {
-        {"025", 25}, {"-12.5", -12.5}, {"+3", 3}, {"5.", 5},   {".5", 0.5},      {"1.2.3", 1.2}, {"1e5", 1},
-        {"0x10", 0}, {" 5", 0},        {"", 0},   {"-", 0},    {".", 0},         {"-.5x", -0.5}, {"12ab", 12},
-        {"AB", 0},   {"B 025", 0},     {"-0", 0}, {"000.0", 0},
+    struct Case {
+        std::string text;
+        double value;
+    } cases[] = {
+        {"025", 25},    {"-12.5", -12.5}, {"+3", 3},   {"5.", 5},       {".5", 0.5},   {"1.2.3", 1.2}, {"1e5", 1},
+        {"0x10", 0},    {" 5", 0},        {"", 0},     {"-", 0},        {".", 0},      {"-.5x", -0.5}, {"12ab", 12},
+        {"AB", 0},      {"B 025", 0},     {"-0", 0},   {"000.0", 0},
+        // The nearest double however many digits: past 2^53, past 10^22, past 17 digits, a
+        // tie broken by a digit far out, subnormal, and below the smallest.
+        {"9.572404544855457", 9.572404544855457},     {"0.000000008856028556828342", 0.000000008856028556828342},
+        {"123456789012345678901234567890", 1.2345678901234568e29},
+        {"1.00000000000000011102230246251565404236316680908203126", 1.0000000000000002},
+        {"9007199254740993." + std::string(800, '0') + "1", 9007199254740994.0},
+        {std::string(1000, '0') + "25.5e", 25.5}, {"0." + std::string(320, '0') + "1", 1e-321},
+        {"-0." + std::string(400, '0') + "1", 0},
     };
     for (auto [text, value] : cases) EXPECT_EQ(Val(text), value) << text;
     EXPECT_TRUE(std::isinf(Val(std::string(400, '9'))));
