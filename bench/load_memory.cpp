@@ -32,21 +32,11 @@ int main(int argc, char** argv) {
     using namespace vornelt;
     const long before = PeakKiB();
     // The open dialog answers with the file; a load that cannot read it says so.
-    class OpenPlatform final : public Platform {
+    class OpenPlatform final : public QuietPlatform {
     public:
         explicit OpenPlatform(FolderItem file) : file_(std::move(file)) {}
         FolderItemRef ShowOpenDialog(const OpenDialogRequest&) override { return file_; }
-        FolderItemRef ShowSaveDialog(const SaveDialogRequest&) override { return std::nullopt; }
         void MsgBox(std::string_view) override { failed = true; }
-        DialogButton ShowMessageDialog(const MessageDialogRequest&) override { return DialogButton::None; }
-        void Beep() override {}
-        int SetWindowModified(bool) override { return 0; }
-        void Yield() override {}
-        void Redraw(std::string_view) override {}
-        void ShowProgressWindow() override {}
-        void CloseProgressWindow() override {}
-        void Launch(const FolderItem&) override {}
-        void ShowURL(std::string_view) override {}
         bool failed = false;
 
     private:

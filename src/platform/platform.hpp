@@ -92,7 +92,7 @@ public:
 
 // A platform that shows nothing and answers every dialog with a cancel: for work without a
 // window, such as the conversion library.
-class QuietPlatform final : public Platform {
+class QuietPlatform : public Platform {
 public:
     FolderItemRef ShowOpenDialog(const OpenDialogRequest&) override { return std::nullopt; }
     FolderItemRef ShowSaveDialog(const SaveDialogRequest&) override { return std::nullopt; }

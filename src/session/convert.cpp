@@ -13,26 +13,17 @@ namespace vornelt {
 
 namespace {
 
-// Shows nothing and keeps the texts of the message boxes that the window would show.
-class CollectingPlatform final : public Platform {
+// Shows nothing and keeps the texts of the messages that the window would show; a question
+// is answered with its first button.
+class CollectingPlatform final : public QuietPlatform {
 public:
     std::vector<std::string> messages;
 
-    FolderItemRef ShowOpenDialog(const OpenDialogRequest&) override { return std::nullopt; }
-    FolderItemRef ShowSaveDialog(const SaveDialogRequest&) override { return std::nullopt; }
     void MsgBox(std::string_view text) override { messages.emplace_back(text); }
     DialogButton ShowMessageDialog(const MessageDialogRequest& request) override {
         messages.push_back(request.Message);
         return DialogButton::Action;
     }
-    void Beep() override {}
-    int SetWindowModified(bool) override { return 0; }
-    void Yield() override {}
-    void Redraw(std::string_view) override {}
-    void ShowProgressWindow() override {}
-    void CloseProgressWindow() override {}
-    void Launch(const FolderItem&) override {}
-    void ShowURL(std::string_view) override {}
 };
 
 bool IsPlainReelName(std::string_view name) {
