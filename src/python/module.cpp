@@ -76,11 +76,11 @@ std::string ListBytes(const py::object& data, std::string& name) {
     return bytes;
 }
 
-Result Run(const std::string& bytes, const ConvertOptions& o, const std::string& name) {
+Result Run(std::string bytes, const ConvertOptions& o, const std::string& name) {
     ConvertResult r;
     {
         py::gil_scoped_release unlocked;
-        r = Convert(bytes, o, name);
+        r = Convert(std::move(bytes), o, name);
     }
     if (r.status == ConvertStatus::BadOptions) throw py::value_error(r.error);
     if (!r.ok()) throw std::runtime_error(r.error);
@@ -122,8 +122,8 @@ PYBIND11_MODULE(vornelt, m) {
                                          wipesToDissolves, keysToDissolves, comments, wipeNames, std::move(title),
                                          std::move(movie), std::move(reel));
         std::string given = name;
-        const std::string bytes = ListBytes(data, given);
-        return Run(bytes, o, given.empty() ? "list.edl" : given);
+        std::string bytes = ListBytes(data, given);
+        return Run(std::move(bytes), o, given.empty() ? "list.edl" : given);
     };
     m.def("convert", convert, py::arg("data"), py::arg("fps"), py::kw_only(), py::arg("mirror") = true,
           py::arg("keys") = true, py::arg("audio") = true, py::arg("remove_freeze_frames") = true,
@@ -165,8 +165,8 @@ so threads convert in parallel.)");
         const py::object fspath = py::module_::import("os").attr("fspath");
         const std::string source = py::str(fspath(src)).cast<std::string>();
         std::string name;
-        const std::string bytes = ListBytes(src, name);
-        Result result = Run(bytes, o, name);
+        std::string bytes = ListBytes(src, name);
+        Result result = Run(std::move(bytes), o, name);
 
         // Where it goes: beside the list under the suggested name, into a folder, or to a file.
         const FolderItem in(source);
