@@ -60,6 +60,9 @@ std::string CheckOptions(const ConvertOptions& options);
 // Converts the bytes of one list, named `name` (the name of its file: the window's title).
 ConvertResult Convert(std::string_view bytes, const ConvertOptions& options,
                       std::string_view name = "list.edl") noexcept;
+// The same, taking the bytes over: a long list is not held twice while it converts.
+ConvertResult ConvertTaking(std::string bytes, const ConvertOptions& options,
+                            std::string_view name = "list.edl") noexcept;
 
 // The name that the save dialog suggests for a loaded file of this name:
 // "reel1.edl" gives "reel1 VORNELT.edl".

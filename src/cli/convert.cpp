@@ -106,8 +106,7 @@ Outcome ConvertList(const Options& o, const Target& target) {
         r.status = 1;
         return r;
     }
-    ConvertResult result = Convert(bytes, o.convert, FolderItem(input).Name());
-    bytes = std::string();
+    ConvertResult result = ConvertTaking(std::move(bytes), o.convert, FolderItem(input).Name());
     if (!result.ok()) {
         r.messages = "vornelt-convert: " + input + ": " + result.error + "\n";
         r.status = result.status == ConvertStatus::BadOptions ? 2 : 1;

@@ -93,6 +93,16 @@ std::string CheckOptions(const ConvertOptions& o) {
 }
 
 ConvertResult Convert(std::string_view bytes, const ConvertOptions& o, std::string_view name) noexcept {
+    try {
+        return ConvertTaking(std::string(bytes), o, name);
+    } catch (const std::bad_alloc&) {
+        ConvertResult result;
+        result.error = "not enough memory for this list";
+        return result;
+    }
+}
+
+ConvertResult ConvertTaking(std::string bytes, const ConvertOptions& o, std::string_view name) noexcept {
     ConvertResult result;
     try {
         result.error = CheckOptions(o);
@@ -108,7 +118,7 @@ ConvertResult Convert(std::string_view bytes, const ConvertOptions& o, std::stri
             // The frame-rate question's answer.
             s.document.frameRateTmp = double(o.fps);
             s.document.dropFrameTmp = false;
-            LoadListBytes(s, std::string(bytes), FolderItem(name.empty() ? std::string_view("list.edl") : name), false,
+            LoadListBytes(s, std::move(bytes), FolderItem(name.empty() ? std::string_view("list.edl") : name), false,
                           Render::Later);
             result.form = s.document.IsGrassValley ? ListForm::GVG : ListForm::CMX;
 
