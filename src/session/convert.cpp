@@ -133,8 +133,7 @@ ConvertResult ConvertTaking(std::string bytes, const ConvertOptions& o, std::str
             list = s.document.finalCMXString;
         }
         // The bytes of the save, once the session's tables are gone.
-        result.bytes.reserve(list->size() + list->size() / 32 + 16);
-        EncodeListForSaving(*list, [&result](std::string_view piece) { result.bytes.append(piece); });
+        AppendListForSaving(result.bytes, *list);
         list.reset();
         result.messages = std::move(platform.messages);
         result.status = ConvertStatus::Converted;
