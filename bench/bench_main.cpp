@@ -1,7 +1,10 @@
 // Timings of the load road, its passes and the writer on generated lists.
 #include <benchmark/benchmark.h>
 
+#include <cstdlib>
+#include <fstream>
 #include <map>
+#include <sstream>
 
 #include "generate.hpp"
 #include "passes/passes.hpp"
@@ -20,6 +23,23 @@ const std::string& List(int events, Shape shape = Shape::Mixed) {
     auto it = cache.find(key);
     if (it == cache.end()) it = cache.emplace(key, GenerateList({events, false, shape, 7})).first;
     return it->second;
+}
+
+// The list of ../shared/bench/gen_big_edl.py with that many events, from the folder that
+// bench/run fills (VORNELT_BENCH_LISTS), or a generated one when there is none.
+const std::string& BigList(int events) {
+    static std::map<int, std::string> cache;
+    auto it = cache.find(events);
+    if (it != cache.end()) return it->second;
+    std::string bytes;
+    if (const char* folder = std::getenv("VORNELT_BENCH_LISTS")) {
+        std::ifstream in(std::string(folder) + "/cmx_" + std::to_string(events / 1000) + "k.edl", std::ios::binary);
+        std::ostringstream all;
+        all << in.rdbuf();
+        bytes = all.str();
+    }
+    if (bytes.empty()) bytes = List(events);
+    return cache.emplace(events, std::move(bytes)).first->second;
 }
 
 // One session for each benchmark, on a platform that shows nothing.
@@ -96,6 +116,23 @@ void BM_NewEDL_02(benchmark::State& state) {
     state.counters["MB out"] = double(b.m.finalCMXString->size()) / 1e6;
 }
 BENCHMARK(BM_NewEDL_02)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// A click on an option as the window handles it: the audio switch, then the list rendered
+// anew (comments on), on the big lists.
+void BM_Click(benchmark::State& state) {
+    Bench b;
+    b.s.MainWindow().Chb_ComntGenerateNew.Value = true;
+    b.LoadWhole(BigList(int(state.range(0))));
+    bool on = false;
+    for (auto _ : state) {
+        b.m.boolA1234 = on;
+        AllAudioOnOff(b.m, b.platform);
+        NewEDL_02(b.m, b.s.MainWindow(), b.platform);
+        on = !on;
+    }
+    state.counters["rows"] = b.m.maxZeilen + 1;
+}
+BENCHMARK(BM_Click)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
 // A whole conversion through the library: the list's bytes in, the saved bytes out.
 void BM_Convert(benchmark::State& state) {

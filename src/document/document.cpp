@@ -87,6 +87,8 @@ void ResetGlobalVariables_NEU(Document& m, const MainWindowState& w) {
     m.dropFrame = false;
     m.maxZeilen = 0;
     m.finalCMXString = std::make_shared<const std::string>();
+    m.renderedList.reset();
+    m.renderSpare.reset();
     m.ZeileEins.clear();
     m.ZeileZwei.clear();
     m.newReelName.clear();

@@ -91,6 +91,10 @@ struct ListValues {
     // this one buffer.
     std::shared_ptr<std::string> cmxString = std::make_shared<std::string>();
     SharedText finalCMXString = std::make_shared<const std::string>();  // the generated list, shared with the text area
+    // The writer's own handle on finalCMXString, and the buffer of the list before it once
+    // nothing else holds it: the next rendering writes into that buffer's memory again.
+    std::shared_ptr<std::string> renderedList;
+    std::shared_ptr<std::string> renderSpare;
     int32_t maxZeilen = 0;
     double frameRate = 0.0;
     bool dropFrame = false;

@@ -8,7 +8,16 @@ namespace vornelt {
 
 namespace {
 
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
 int32_t TcToFrames(std::string_view tc, int r) {
+    // A well-formed timecode, read straight from its digits: every term is small and whole,
+    // so the sum is the one below.
+    if (tc.size() == 11 && IsDigit(tc[0]) && IsDigit(tc[1]) && IsDigit(tc[3]) && IsDigit(tc[4]) && IsDigit(tc[6]) &&
+        IsDigit(tc[7]) && IsDigit(tc[9]) && IsDigit(tc[10])) {
+        auto two = [&tc](size_t k) { return int32_t(tc[k] - '0') * 10 + int32_t(tc[k + 1] - '0'); };
+        return ((two(0) * 60 + two(3)) * 60 + two(6)) * r + two(9);
+    }
     const double rate = r;
     const double h = Val(Mid(tc, 1, 2));
     const double m = Val(Mid(tc, 4, 2));

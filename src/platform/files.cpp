@@ -190,7 +190,23 @@ int ReadListFile(const std::string& path, std::string& bytes, uint64_t cap) {
     if (S_ISDIR(st.st_mode)) return EISDIR;
     if (S_ISREG(st.st_mode)) {
         if (uint64_t(st.st_size) > cap) return kErrorListTooLarge;
-        bytes.reserve(size_t(st.st_size));
+        // A regular file is read straight into the string, in as few calls as it takes.
+        bytes.resize(size_t(st.st_size));
+        size_t have = 0;
+        while (have < bytes.size()) {
+            const ssize_t n = ::read(fd.get(), bytes.data() + have, bytes.size() - have);
+            if (n < 0) {
+                if (errno == EINTR) continue;
+                const int err = errno;
+                bytes.clear();
+                return err;
+            }
+            if (n == 0) break;
+            have += size_t(n);
+        }
+        bytes.resize(have);
+        // A file that shrank while it was read ends here; one that grew goes on as a stream.
+        if (have < size_t(st.st_size)) return 0;
     }
     char buf[1 << 16];
     for (;;) {

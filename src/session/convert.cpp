@@ -124,8 +124,7 @@ ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_
             list = s.document.finalCMXString;
         }
         // The bytes of the save, once the session's tables are gone.
-        result.bytes.reserve(list->size() + list->size() / 32 + 16);
-        EncodeListForSaving(*list, [&result](std::string_view piece) { result.bytes.append(piece); });
+        AppendListForSaving(result.bytes, *list);
         list.reset();
         result.messages = std::move(platform.messages);
         result.status = ConvertStatus::Converted;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 #include "text/text.hpp"
 
@@ -73,25 +74,46 @@ std::string EncodeMacRoman(std::string_view text) {
     return out;
 }
 
-std::string EncodeListForSaving(std::string_view text) {
-    std::string out;
-    out.reserve(text.size() + text.size() / 32 + 16);
+void AppendListForSaving(std::string& out, std::string_view text) {
+    // Written through a pointer into room for the worst case (every line end two bytes),
+    // then cut to what was written; a run of plain characters is copied whole.
+    const size_t lineEnds = size_t(std::count(text.begin(), text.end(), '\r') + std::count(text.begin(), text.end(), '\n'));
+    const size_t start = out.size();
+    out.resize(start + text.size() + lineEnds);
+    char* w = out.data() + start;
+    const char* p = text.data();
+    const char* const end = p + text.size();
     const MacRomanTable& table = MacRoman();
-    for (size_t i = 0; i < text.size();) {
-        unsigned char b = static_cast<unsigned char>(text[i]);
+    while (p < end) {
+        const char* run = p;
+        while (p < end && static_cast<unsigned char>(*p) >= 0x20 && static_cast<unsigned char>(*p) < 0x80) ++p;
+        std::memcpy(w, run, size_t(p - run));
+        w += p - run;
+        if (p == end) break;
+        const unsigned char b = static_cast<unsigned char>(*p);
         if (b == '\r') {
-            out += "\r\n";
-            i += (i + 1 < text.size() && text[i + 1] == '\n') ? 2 : 1;
+            *w++ = '\r';
+            *w++ = '\n';
+            p += (p + 1 < end && p[1] == '\n') ? 2 : 1;
         } else if (b == '\n') {
-            out += "\r\n";
-            ++i;
+            *w++ = '\r';
+            *w++ = '\n';
+            ++p;
         } else if (b < 0x80) {
-            out.push_back(char(b));
-            ++i;
+            *w++ = char(b);
+            ++p;
         } else {
-            out.push_back(table.Byte(NextChar(text, i)));
+            size_t i = size_t(p - text.data());
+            *w++ = table.Byte(NextChar(text, i));
+            p = text.data() + i;
         }
     }
+    out.resize(size_t(w - out.data()));
+}
+
+std::string EncodeListForSaving(std::string_view text) {
+    std::string out;
+    AppendListForSaving(out, text);
     return out;
 }
 

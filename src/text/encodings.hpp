@@ -23,6 +23,8 @@ std::string DecodeMacRoman(std::string_view bytes);
 // The bytes of a saved list: every line end (CR, LF or CR LF) becomes CR LF, then the text
 // is encoded as Mac OS Roman. One pass.
 std::string EncodeListForSaving(std::string_view text);
+// The same bytes, appended to `out`.
+void AppendListForSaving(std::string& out, std::string_view text);
 
 // The same bytes, handed to `write` a piece at a time (about `pieceSize` of the text each),
 // so that saving a long list never holds a second copy of it. A piece never ends between a

@@ -383,6 +383,13 @@ double DecimalToDouble(TextView number) noexcept {
 }  // namespace
 
 double Val(TextView s) noexcept {
+    // Plain digits alone, as an event number or a duration is written: exact as an integer.
+    if (!s.empty() && s.size() <= 15) {
+        uint64_t v = 0;
+        size_t k = 0;
+        while (k < s.size() && s[k] >= '0' && s[k] <= '9') v = v * 10 + uint64_t(s[k++] - '0');
+        if (k == s.size()) return double(v);
+    }
     bool nonZero = false;
     size_t n = NumberPrefix(s, nonZero);
     if (n == 0) return 0.0;

@@ -38,7 +38,7 @@ void TextColumn::CopyFrom(const TextColumn& other) {
     s_ = other.s_;
 }
 
-void TextColumn::push_back(std::string_view text) {
+void TextColumn::PushBackStored(std::string_view text) {
     Storage& s = Own();
     s.refs.push_back(Store(s, text));
 }

@@ -48,7 +48,21 @@ public:
 
     void clear();  // empties the table; keeps its attachment
     void reserve(size_t n) { Own().refs.reserve(n); }
-    void push_back(std::string_view text);
+    void push_back(std::string_view text) {
+        // The reader's case, a cut of the attached document or an empty text, without a call.
+        if (s_.use_count() == 1 && text.size() <= kMaxLength) {
+            if (text.empty()) {
+                s_->refs.push_back(Ref{});
+                return;
+            }
+            if (document_ && text.data() >= document_->data() &&
+                text.data() + text.size() <= document_->data() + document_->size()) {
+                s_->refs.push_back(Ref{uint32_t(text.data() - document_->data()), uint32_t(text.size())});
+                return;
+            }
+        }
+        PushBackStored(text);
+    }
     void set(size_t i, std::string_view text);
     // Sizes the table to n rows, all empty.
     void assign_empty(size_t n);
@@ -97,6 +111,7 @@ private:
             default: return std::string_view(document_->data() + r.offset, n);
         }
     }
+    void PushBackStored(std::string_view text);
     Storage& Own();  // the storage, unshared first if it is shared
     Ref Store(Storage& s, std::string_view text);
     void Compact(Storage& s);

@@ -234,6 +234,11 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
     // drop frame still says NON-DROP FRAME.
     m.newSeqTitle = std::string(Trim(window.EF_SeqTitle.Text()));
     std::string out;
+    if (m.renderSpare) {
+        out = std::move(*m.renderSpare);
+        m.renderSpare.reset();
+        out.clear();
+    }
     out.reserve(EstimatedSize(m, o));
     if (o.grassValley) {
         out.append(m.newSeqTitle).push_back(kCR);
@@ -296,7 +301,9 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
     // 5. The list and the text area share one buffer, and the generated lines of the
     // working copy are pieces of it.
     const bool piecesFit = out.size() <= 0xFFFFFFFFu;
-    m.finalCMXString = std::make_shared<const std::string>(std::move(out));
+    std::shared_ptr<std::string> before = std::move(m.renderedList);
+    m.renderedList = std::make_shared<std::string>(std::move(out));
+    m.finalCMXString = m.renderedList;
     if (piecesFit) {
         m.copyCompletLine.SetOutsidePieces(m.finalCMXString, generated);
     } else {
@@ -304,6 +311,7 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
             m.copyCompletLine.set(p.row, std::string_view(*m.finalCMXString).substr(p.offset, p.length));
     }
     window.EditField1.Text = m.finalCMXString;
+    if (before && before.use_count() == 1) m.renderSpare = std::move(before);
 
     // 6. A fresh rendering always counts as unsaved.
     m.isModified = true;
