@@ -19,19 +19,6 @@ namespace {
 QCheckBox* Check(MainWindowView& view, const char* name) { return qobject_cast<QCheckBox*>(view.Control(name)); }
 QLineEdit* Field(MainWindowView& view, const char* name) { return qobject_cast<QLineEdit*>(view.Control(name)); }
 
-// Drags files over a widget and lets them go.
-void DropFiles(QWidget* target, const std::vector<FolderItem>& files) {
-    QMimeData mime;
-    QList<QUrl> urls;
-    for (const FolderItem& file : files) urls << QUrl::fromLocalFile(QString::fromStdString(file.AbsolutePath()));
-    mime.setUrls(urls);
-    const QPointF at(target->width() / 2.0, target->height() / 2.0);
-    QDragEnterEvent enter(at.toPoint(), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(target, &enter);
-    QDropEvent drop(at, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(target, &drop);
-}
-
 }  // namespace
 
 class MainWindowTest : public QObject {
