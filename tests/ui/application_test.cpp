@@ -62,12 +62,22 @@ private slots:
         QVERIFY(title->hasSelectedText());
         f.Choose("EditCopy");
         QCOMPARE(QGuiApplication::clipboard()->text(), title->text());
-        QGuiApplication::clipboard()->setText("night pier");
+        // Pasted as typed: folded, and without the control characters no key gives.
+        QGuiApplication::clipboard()->setText(QStringLiteral("night\t pier\x01\x7f\r\n"));
         f.Choose("EditPaste");
-        QCOMPARE(title->text(), QStringLiteral("NIGHT PIER"));  // folded like typing
+        QCOMPARE(title->text(), QStringLiteral("NIGHT PIER"));
         QCOMPARE(f.window().EF_SeqTitle.Text(), std::string("NIGHT PIER"));
         f.Choose("EditUndo");
         QVERIFY(title->text() != QStringLiteral("NIGHT PIER"));
+        // Text dragged into a field is pasted text.
+        QMimeData dragged;
+        dragged.setText(QStringLiteral("a\tb\n"));
+        const QPoint at(2, title->height() / 2);
+        QDragEnterEvent enter(at, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(title, &enter);
+        QDropEvent drop(at, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(title, &drop);
+        QVERIFY2(title->text().startsWith(QStringLiteral("AB")), qPrintable(title->text()));
 
         // The text area gives Copy and Select All.
         view.EditField1()->setFocus(Qt::OtherFocusReason);

@@ -43,6 +43,12 @@ private slots:
         QVERIFY(!f.document().isModified && !view.isWindowModified());
         QVERIFY(view.Control("Canvas2")->isVisible() && !view.Control("BtnResetAll")->isVisible());
         QVERIFY(Check(view, "Chb_Mirror")->isChecked() && !Check(view, "Chb_Mirror")->isEnabled());
+        // A separator of the menus is a line alone, with no caption beside it.
+        int separators = 0;
+        for (QMenu* menu : view.menuBar()->findChildren<QMenu*>())
+            for (QAction* a : menu->actions())
+                if (a->isSeparator()) QVERIFY2(a->text().isEmpty() && ++separators, qPrintable(a->objectName()));
+        QCOMPARE(separators, 5);
 
         // Growing: the right column follows the edge, the text area grows, the rest stays.
         const struct {
@@ -161,6 +167,11 @@ private slots:
             {"PopupTransition", [](ConvertOptions& o) { o.wipeNames = WipeNames::FinalCutPro; }},
             {"Chb_ComntGenerateNew", [](ConvertOptions& o) { o.comments = false; }},
         };
+        // Picking the row that stands changes nothing.
+        auto* popup = qobject_cast<QComboBox*>(view.Control("PopupTransition"));
+        f.document().isModified = false;
+        emit popup->activated(popup->currentIndex());
+        QVERIFY(!f.document().isModified);
         for (const auto& click : clicks) {
             f.document().isModified = false;
             if (auto* popup = qobject_cast<QComboBox*>(view.Control(click.control))) {
@@ -194,9 +205,9 @@ private slots:
         QCOMPARE(view.windowTitle(), QStringLiteral("First Cut.edl[*]"));
         QVERIFY(f.platform().openDialogsShown.empty());
 
-        // Files of other kinds are not taken.
+        // Files of other kinds are not taken, nor a list dragged behind one.
         m.DropedFolderItem.reset();
-        DropFiles(view.EditField1()->viewport(), {f.WriteFile("notes.txt", "x")});
+        DropFiles(view.EditField1()->viewport(), {f.WriteFile("notes.txt", "x"), second});
         QVERIFY(!m.DropedFolderItem);
         QVERIFY(!f.shell().FrameRateIfDroped());
 

@@ -116,9 +116,13 @@ AppShell::~AppShell() {
 void AppShell::MakeActions() {
     auto make = [this](const MenuItem* begin, const MenuItem* end) {
         for (const MenuItem* s = begin; s != end; ++s) {
-            auto* a = new QAction(QString::fromUtf8(s->caption), this);
+            auto* a = new QAction(this);
             a->setObjectName(QString::fromUtf8(s->name));
-            if (QString(s->caption) == QLatin1String("-")) a->setSeparator(true);
+            // A separator is a line alone: a caption would stand beside it.
+            if (QString(s->caption) == QLatin1String("-"))
+                a->setSeparator(true);
+            else
+                a->setText(QString::fromUtf8(s->caption));
             if (s->shortcut) a->setShortcut(QKeySequence(QString::fromUtf8(s->shortcut)));
             if (s->icon) a->setIcon(QIcon(QString::fromUtf8(s->icon)));
             a->setMenuRole(QAction::NoRole);
