@@ -3,6 +3,8 @@
 // it runs on. The window holds one for the program's life; the conversion library makes one
 // for each list. Nothing in a session is shared with another.
 
+#include <functional>
+
 #include "document/document.hpp"
 #include "document/window_state.hpp"
 #include "platform/platform.hpp"
@@ -19,12 +21,17 @@ public:
     ProgressWindow progress;
     Platform& platform;
 
-    // The living main window's state; a fresh one with the first values after the window
-    // was closed.
+    // The main window's open event, run on each fresh window the moment it is made: before
+    // a load or a handler can write into it. Empty when nothing opens a window (a conversion).
+    std::function<void()> mainWindowOpened;
+
+    // The living main window's state; a fresh one with the first values, its open event run,
+    // when there is none (at the first use, or after the window was closed).
     MainWindowState& MainWindow() {
         if (!windowOpen_) {
             window_ = MainWindowState();
             windowOpen_ = true;
+            if (mainWindowOpened) mainWindowOpened();
         }
         return window_;
     }

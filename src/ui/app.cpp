@@ -25,6 +25,10 @@ Record& Living(Desktop& d, WindowSlot<Record>& slot, void (*eventOpen)(Desktop&)
 
 }  // namespace
 
+Desktop::Desktop(Platform& platform) : session(platform) {
+    session.mainWindowOpened = [this] { MainWindow_Event_Open(*this); };
+}
+
 std::string VersionText(int major, int minor) {
     return "Verion " + std::to_string(major) + "." + std::to_string(minor);
 }

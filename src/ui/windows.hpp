@@ -127,7 +127,8 @@ struct WindowSlot {
 
 // The program on the desktop: the one session of the main window, and the small windows.
 struct Desktop {
-    explicit Desktop(Platform& platform) : session(platform) {}
+    // The main window's open event runs whenever the session makes the window.
+    explicit Desktop(Platform& platform);
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
 

@@ -4,15 +4,20 @@
 #include <QtWidgets>
 
 #include "ui/qt/list_view.hpp"
+#include "ui/windows.hpp"
 #include "ui_fixture.hpp"
 
 namespace vornelt::qt::testing {
 
 namespace {
 
-// Waits for the frame-rate question of a document handed over and answers it with OK.
-void AnswerDropedQuestion(UiFixture& f) {
+// Waits for the frame-rate question of a document handed over and answers it with the row
+// and OK.
+void AnswerDropedQuestion(UiFixture& f, int row = 1) {
     QVERIFY(QTest::qWaitFor([&] { return f.shell().FrameRateIfDroped() != nullptr; }, 2000));
+    QComboBox* popup = f.shell().FrameRateIfDroped()->Popup();
+    popup->setCurrentIndex(row);
+    emit popup->activated(row);
     QTest::mouseClick(f.shell().FrameRateIfDroped()->Ok(), Qt::LeftButton);
 }
 
@@ -57,12 +62,22 @@ private slots:
         QVERIFY(title->hasSelectedText());
         f.Choose("EditCopy");
         QCOMPARE(QGuiApplication::clipboard()->text(), title->text());
-        QGuiApplication::clipboard()->setText("night pier");
+        // Pasted as typed: folded, and without the control characters no key gives.
+        QGuiApplication::clipboard()->setText(QStringLiteral("night\t pier\x01\x7f\r\n"));
         f.Choose("EditPaste");
-        QCOMPARE(title->text(), QStringLiteral("NIGHT PIER"));  // folded like typing
+        QCOMPARE(title->text(), QStringLiteral("NIGHT PIER"));
         QCOMPARE(f.window().EF_SeqTitle.Text(), std::string("NIGHT PIER"));
         f.Choose("EditUndo");
         QVERIFY(title->text() != QStringLiteral("NIGHT PIER"));
+        // Text dragged into a field is pasted text.
+        QMimeData dragged;
+        dragged.setText(QStringLiteral("a\tb\n"));
+        const QPoint at(2, title->height() / 2);
+        QDragEnterEvent enter(at, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(title, &enter);
+        QDropEvent drop(at, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(title, &drop);
+        QVERIFY2(title->text().startsWith(QStringLiteral("AB")), qPrintable(title->text()));
 
         // The text area gives Copy and Select All.
         view.EditField1()->setFocus(Qt::OtherFocusReason);
@@ -70,6 +85,50 @@ private slots:
         QVERIFY(view.EditField1()->hasSelection());
         QVERIFY(!f.shell().Item("EditPaste")->isEnabled() && !f.shell().Item("EditCut")->isEnabled());
         QVERIFY(f.shell().Item("EditSelectAll")->isEnabled());
+    }
+
+    void everyRoadOfALoadGivesTheKeyboardBackToTheMainWindow() {
+        // Once the frame-rate question and the progress window are gone the main window has
+        // the keyboard, with the list's rate shown, whichever way the list came in.
+        enum class Road { Button, Menu, Drop, AtStartUp, AfterStartUp };
+        for (Road road : {Road::Button, Road::Menu, Road::Drop, Road::AtStartUp, Road::AfterStartUp}) {
+            UiFixture f;
+            const FolderItem file = f.WriteFile("Reel.edl", SampleList());
+            switch (road) {
+                case Road::Button: f.LoadThroughWindows(file, 2); break;
+                case Road::Menu:
+                    f.main();
+                    f.platform().openDialogAnswers.push_back(file);
+                    f.Choose("FileOpen");
+                    f.shell().FrameRate()->Popup()->setCurrentIndex(2);
+                    emit f.shell().FrameRate()->Popup()->activated(2);
+                    QTest::mouseClick(f.shell().FrameRate()->Ok(), Qt::LeftButton);
+                    break;
+                case Road::Drop:
+                    DropFiles(f.main().EditField1()->viewport(), {file});
+                    AnswerDropedQuestion(f, 2);
+                    break;
+                case Road::AtStartUp:  // answered while the start-up window stands
+                    f.shell().Start({QString::fromStdString(file.AbsolutePath())});
+                    AnswerDropedQuestion(f, 2);
+                    QVERIFY(f.shell().StartUp());
+                    f.shell().Dispatch(StartUpWindow_Timer1_Action);
+                    break;
+                case Road::AfterStartUp:
+                    f.shell().Start({QString::fromStdString(file.AbsolutePath())});
+                    QVERIFY(QTest::qWaitFor([&] { return f.shell().FrameRateIfDroped() != nullptr; }, 2000));
+                    f.shell().Dispatch(StartUpWindow_Timer1_Action);
+                    AnswerDropedQuestion(f, 2);
+                    break;
+            }
+            const int r = int(road);
+            MainWindowView* view = f.shell().Main();
+            QVERIFY2(view && view->windowTitle() == QStringLiteral("Reel.edl[*]"), qPrintable(QString::number(r)));
+            QVERIFY2(QTest::qWaitFor([&] { return QApplication::activeWindow() == view; }, 1000),
+                     qPrintable(QString::number(r)));
+            QCOMPARE(qobject_cast<QLabel*>(view->Control("ST_FrameRate"))->text(), QStringLiteral("24"));
+            QCOMPARE(qobject_cast<QLabel*>(view->Control("ST_FCM"))->text(), QStringLiteral("Non-Drop Frame"));
+        }
     }
 
     void documentsNamedAtStartUpComeOneAfterTheOther() {

@@ -19,19 +19,6 @@ namespace {
 QCheckBox* Check(MainWindowView& view, const char* name) { return qobject_cast<QCheckBox*>(view.Control(name)); }
 QLineEdit* Field(MainWindowView& view, const char* name) { return qobject_cast<QLineEdit*>(view.Control(name)); }
 
-// Drags files over a widget and lets them go.
-void DropFiles(QWidget* target, const std::vector<FolderItem>& files) {
-    QMimeData mime;
-    QList<QUrl> urls;
-    for (const FolderItem& file : files) urls << QUrl::fromLocalFile(QString::fromStdString(file.AbsolutePath()));
-    mime.setUrls(urls);
-    const QPointF at(target->width() / 2.0, target->height() / 2.0);
-    QDragEnterEvent enter(at.toPoint(), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(target, &enter);
-    QDropEvent drop(at, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(target, &drop);
-}
-
 }  // namespace
 
 class MainWindowTest : public QObject {
@@ -56,6 +43,12 @@ private slots:
         QVERIFY(!f.document().isModified && !view.isWindowModified());
         QVERIFY(view.Control("Canvas2")->isVisible() && !view.Control("BtnResetAll")->isVisible());
         QVERIFY(Check(view, "Chb_Mirror")->isChecked() && !Check(view, "Chb_Mirror")->isEnabled());
+        // A separator of the menus is a line alone, with no caption beside it.
+        int separators = 0;
+        for (QMenu* menu : view.menuBar()->findChildren<QMenu*>())
+            for (QAction* a : menu->actions())
+                if (a->isSeparator()) QVERIFY2(a->text().isEmpty() && ++separators, qPrintable(a->objectName()));
+        QCOMPARE(separators, 5);
 
         // Growing: the right column follows the edge, the text area grows, the rest stays.
         const struct {
@@ -174,6 +167,11 @@ private slots:
             {"PopupTransition", [](ConvertOptions& o) { o.wipeNames = WipeNames::FinalCutPro; }},
             {"Chb_ComntGenerateNew", [](ConvertOptions& o) { o.comments = false; }},
         };
+        // Picking the row that stands changes nothing.
+        auto* popup = qobject_cast<QComboBox*>(view.Control("PopupTransition"));
+        f.document().isModified = false;
+        emit popup->activated(popup->currentIndex());
+        QVERIFY(!f.document().isModified);
         for (const auto& click : clicks) {
             f.document().isModified = false;
             if (auto* popup = qobject_cast<QComboBox*>(view.Control(click.control))) {
@@ -207,9 +205,9 @@ private slots:
         QCOMPARE(view.windowTitle(), QStringLiteral("First Cut.edl[*]"));
         QVERIFY(f.platform().openDialogsShown.empty());
 
-        // Files of other kinds are not taken.
+        // Files of other kinds are not taken, nor a list dragged behind one.
         m.DropedFolderItem.reset();
-        DropFiles(view.EditField1()->viewport(), {f.WriteFile("notes.txt", "x")});
+        DropFiles(view.EditField1()->viewport(), {f.WriteFile("notes.txt", "x"), second});
         QVERIFY(!m.DropedFolderItem);
         QVERIFY(!f.shell().FrameRateIfDroped());
 

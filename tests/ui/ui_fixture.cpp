@@ -73,6 +73,18 @@ void UiFixture::Shoot(QWidget* window, const QString& name) {
     QVERIFY(window->grab().toImage().save(out.filePath(name + ".png")));
 }
 
+void DropFiles(QWidget* target, const std::vector<FolderItem>& files) {
+    QMimeData mime;
+    QList<QUrl> urls;
+    for (const FolderItem& file : files) urls << QUrl::fromLocalFile(QString::fromStdString(file.AbsolutePath()));
+    mime.setUrls(urls);
+    const QPointF at(target->width() / 2.0, target->height() / 2.0);
+    QDragEnterEvent enter(at.toPoint(), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(target, &enter);
+    QDropEvent drop(at, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(target, &drop);
+}
+
 std::string SampleList() { return ReadFile(FolderItem(VORNELT_UI_TEST_DATA_DIR "/harbour.edl")); }
 
 std::string ReadFile(const FolderItem& file) {

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "support/recording_platform.hpp"
 #include "ui/qt/app_shell.hpp"
@@ -82,6 +83,9 @@ private:
     std::unique_ptr<AppShell> shell_;
     QTemporaryDir dir_;
 };
+
+// Drags files over a widget and lets them go.
+void DropFiles(QWidget* target, const std::vector<FolderItem>& files);
 
 // The sample list of the manual's picture.
 std::string SampleList();

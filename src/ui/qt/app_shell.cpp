@@ -116,9 +116,13 @@ AppShell::~AppShell() {
 void AppShell::MakeActions() {
     auto make = [this](const MenuItem* begin, const MenuItem* end) {
         for (const MenuItem* s = begin; s != end; ++s) {
-            auto* a = new QAction(QString::fromUtf8(s->caption), this);
+            auto* a = new QAction(this);
             a->setObjectName(QString::fromUtf8(s->name));
-            if (QString(s->caption) == QLatin1String("-")) a->setSeparator(true);
+            // A separator is a line alone: a caption would stand beside it.
+            if (QString(s->caption) == QLatin1String("-"))
+                a->setSeparator(true);
+            else
+                a->setText(QString::fromUtf8(s->caption));
             if (s->shortcut) a->setShortcut(QKeySequence(QString::fromUtf8(s->shortcut)));
             if (s->icon) a->setIcon(QIcon(QString::fromUtf8(s->icon)));
             a->setMenuRole(QAction::NoRole);
@@ -258,6 +262,7 @@ void AppShell::Sync() {
         SyncOnce();
     } while (resync_ && ++rounds < 4);
     syncing_ = false;
+    if (focusBackToMain_) FocusBackToMain();
     if (!pendingDocuments_.isEmpty() && !deliveryScheduled_) {
         deliveryScheduled_ = true;
         QTimer::singleShot(0, this, &AppShell::DeliverDocuments);
@@ -270,8 +275,9 @@ void AppShell::SyncOnce() {
     Desktop& d = desktop_;
     if (d.session.MainWindowExists()) {
         if (!main_) {
+            // The window's open event has run when the record was made, perhaps by a load
+            // that is already in it.
             main_ = new MainWindowView(*this);
-            MainWindow_Event_Open(d);
             main_->Mirror();
             main_->show();
         } else {
@@ -287,8 +293,9 @@ void AppShell::SyncOnce() {
             CentreOver(view, main_);
         } else if (exists) {
             view->Mirror();
-        } else {
+        } else if (view) {
             CloseView(view);
+            focusBackToMain_ = true;
         }
     };
     frameRate(frameRate_, false, FrameRateWindowExists(d), FrameRateWindowExists(d) ? FrameRateWindow(d).Instance : 0);
@@ -339,6 +346,20 @@ void AppShell::CloseProgress() {
     progress_->hide();
     progress_->deleteLater();
     progress_ = nullptr;
+    focusBackToMain_ = true;
+}
+
+void AppShell::FocusBackToMain() {
+    // A window system gives the keyboard to no one (or to another program) when the window
+    // that had it closes: after the frame-rate question and the progress window of a load the
+    // main window takes it back, so that its shortcuts and fields answer at once. It waits
+    // while the load runs or another window of the program stands in front.
+    if (Busy() || !main_ || !main_->isVisible() || frameRate_ || frameRateIfDroped_ || progress_ || startUp_ ||
+        about_ || QApplication::activeModalWidget())
+        return;
+    focusBackToMain_ = false;
+    main_->raise();
+    main_->activateWindow();
 }
 
 void AppShell::Redraw(const std::string& control) {

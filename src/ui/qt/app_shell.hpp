@@ -86,11 +86,13 @@ private:
     void UpdateEditItems();
     void DeliverDocuments();
     void EditCommand(const QString& name);
+    void FocusBackToMain();
 
     int depth_ = 0;
     bool syncing_ = false;
     bool resync_ = false;
     bool deliveryScheduled_ = false;
+    bool focusBackToMain_ = false;  // a window of a load has closed since the main window had the keyboard
     QStringList pendingDocuments_;
     std::map<QString, QAction*> items_;
     QMenuBar* globalBar_ = nullptr;

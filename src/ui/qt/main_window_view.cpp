@@ -47,15 +47,24 @@ private:
     std::function<void()> onResize_;
 };
 
-// The first file of a drag that the text area takes: a local file of the list type.
+// The file of a drag that the text area takes: the first file of the drag, when it is a local
+// file of the list type. The others are not looked at, lists or not.
 std::optional<QString> DroppableFile(const QMimeData* mime) {
-    if (!mime || !mime->hasUrls()) return std::nullopt;
-    for (const QUrl& url : mime->urls()) {
-        if (!url.isLocalFile()) continue;
-        const QString path = url.toLocalFile();
-        if (FileTypeAccepts(FileTypes1.pText, FromQ(QFileInfo(path).fileName()))) return path;
-    }
-    return std::nullopt;
+    if (!mime || !mime->hasUrls() || mime->urls().isEmpty()) return std::nullopt;
+    const QUrl first = mime->urls().constFirst();
+    if (!first.isLocalFile()) return std::nullopt;
+    const QString path = first.toLocalFile();
+    if (!FileTypeAccepts(FileTypes1.pText, FromQ(QFileInfo(path).fileName()))) return std::nullopt;
+    return path;
+}
+
+// The text without its control characters (U+0000 to U+001F and U+007F).
+QString WithoutControlCharacters(const QString& text) {
+    QString out;
+    out.reserve(text.size());
+    for (QChar c : text)
+        if (c.unicode() >= 0x20 && c.unicode() != 0x7F) out += c;
+    return out;
 }
 
 }  // namespace
@@ -124,10 +133,37 @@ bool EntryFieldWidget::event(QEvent* e) {
 
 void EntryFieldWidget::PasteInCapitals() {
     if (isReadOnly()) return;
-    // Pasted text passes no key filter; it is folded like typing.
-    QString clip = QGuiApplication::clipboard()->text();
-    clip.replace(QLatin1Char('\n'), QLatin1Char(' ')).remove(QLatin1Char('\r'));
-    insert(ToQ(Uppercase(FromQ(clip))));
+    InsertPasted(QGuiApplication::clipboard()->text());
+}
+
+void EntryFieldWidget::InsertPasted(const QString& text) {
+    // Pasted text passes no key filter: it is folded like typing, and loses the characters
+    // that no key of a one-line field gives (line ends, tabs, the other control characters).
+    insert(ToQ(Uppercase(FromQ(WithoutControlCharacters(text)))));
+}
+
+void EntryFieldWidget::mouseReleaseEvent(QMouseEvent* e) {
+    // The middle button pastes the desktop's selection, where there is one.
+    if (e->button() == Qt::MiddleButton && !isReadOnly() && QGuiApplication::clipboard()->supportsSelection()) {
+        deselect();
+        InsertPasted(QGuiApplication::clipboard()->text(QClipboard::Selection));
+        e->accept();
+        return;
+    }
+    QLineEdit::mouseReleaseEvent(e);
+}
+
+void EntryFieldWidget::dropEvent(QDropEvent* e) {
+    // Dragged text is pasted text.
+    const QMimeData* mime = e->mimeData();
+    if (!mime || !mime->hasText() || WithoutControlCharacters(mime->text()) == mime->text())
+        return QLineEdit::dropEvent(e);
+    QMimeData clean;
+    clean.setText(WithoutControlCharacters(mime->text()));
+    QDropEvent cleaned(e->position(), e->possibleActions(), &clean, e->buttons(), e->modifiers(), e->type());
+    QLineEdit::dropEvent(&cleaned);
+    e->setDropAction(cleaned.dropAction());
+    e->setAccepted(cleaned.isAccepted());
 }
 
 void EntryFieldWidget::contextMenuEvent(QContextMenuEvent* e) {
@@ -318,7 +354,8 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
     popupTransition_->setFont(ControlFont(kSmall));
     popupTransition_->setGeometry(742 - 732, 586 - 530, 209, 20);
     connect(popupTransition_, &QComboBox::activated, this, [this](int row) {
-        if (!session().MainWindowExists()) return;
+        // Picking the row that stands is no change: the list stays as it is, and unchanged.
+        if (!session().MainWindowExists() || session().MainWindow().PopupTransition.ListIndex == row) return;
         session().MainWindow().PopupTransition.ListIndex = row;
         shell_.Dispatch(PopupTransition_Change);
     });

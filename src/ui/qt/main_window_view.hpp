@@ -39,9 +39,12 @@ protected:
     bool event(QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void TextEdited();
+    void InsertPasted(const QString& text);
     AppShell& shell_;
     EntryField MainWindowState::*field_;
 };
