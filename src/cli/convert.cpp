@@ -12,6 +12,8 @@
 #include <sstream>
 #include <thread>
 
+#include <pthread.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -201,9 +203,18 @@ int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std:
             ready.notify_all();
         }
     };
+    // The workers never take the signals that stop the program: this thread does, and it holds
+    // them while a temporary file of its saving stands.
     std::vector<std::thread> workers;
     const unsigned jobs = unsigned(std::min<size_t>(o.jobs, n));
-    for (unsigned t = 0; t < jobs; ++t) workers.emplace_back(work);
+    {
+        sigset_t stop, before;
+        sigemptyset(&stop);
+        for (const int signal : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&stop, signal);
+        pthread_sigmask(SIG_BLOCK, &stop, &before);
+        for (unsigned t = 0; t < jobs; ++t) workers.emplace_back(work);
+        pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    }
 
     int result = 0;
     for (size_t k = 0; k < n; ++k) {

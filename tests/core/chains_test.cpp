@@ -11,8 +11,6 @@
 namespace vornelt::testing {
 namespace {
 
-using passes_detail::NumberClipChains;
-
 // Rows of event number, source in and source out.
 using Rows = std::vector<std::array<int32_t, 3>>;
 
@@ -50,7 +48,7 @@ std::vector<int32_t> FastChains(const Rows& r) {
     std::vector<int32_t> column[3];
     for (const auto& row : r)
         for (size_t k = 0; k < 3; ++k) column[k].push_back(row[k]);
-    return NumberClipChains(r.size(), column[0], column[1], column[2]);
+    return passes_detail::NumberClipChains(r.size(), column[0], column[1], column[2]);
 }
 
 TEST(ClipChains, TieBreaksAndScans) {

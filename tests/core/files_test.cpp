@@ -1,6 +1,5 @@
 // Saving with real files: what stands at the target decides how it is replaced, and no
 // temporary file is ever left behind.
-#include <fcntl.h>
 #include <signal.h>
 #include <spawn.h>
 #include <sys/stat.h>
@@ -105,9 +104,9 @@ TEST_F(FilesTest, ReadingStopsAtTheCap) {
 TEST_F(FilesTest, StopSignalsLeaveNoTemporaryFile) {
     const std::string list = bench::GenerateList({60000, false, bench::Shape::Mixed, 3});
     WriteFile("big.edl", list);
-    const std::string out = Path("out.edl");
+    const std::string in = Path("big.edl"), out = Path("out.edl");
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        const char* argv[] = {VORNELT_CONVERTER, Path("big.edl").c_str(), "--fps", "25", "-o", out.c_str(), nullptr};
+        const char* argv[] = {VORNELT_CONVERTER, in.c_str(), "--fps", "25", "-o", out.c_str(), nullptr};
         pid_t pid = 0;
         ASSERT_EQ(::posix_spawn(&pid, VORNELT_CONVERTER, nullptr, nullptr, const_cast<char**>(argv), environ), 0);
         // The signal goes as soon as a hidden file shows in the folder.
@@ -117,6 +116,7 @@ TEST_F(FilesTest, StopSignalsLeaveNoTemporaryFile) {
             for (const auto& e : fs::directory_iterator(dir_)) hidden |= e.path().filename().string()[0] == '.';
         ::kill(pid, signal);
         ::waitpid(pid, nullptr, 0);
+        EXPECT_TRUE(hidden || fs::exists(out));  // the converter did come to saving
         for (const auto& e : fs::directory_iterator(dir_)) EXPECT_NE(e.path().filename().string()[0], '.') << e.path();
         if (fs::exists(out)) {
             EXPECT_GT(fs::file_size(out), list.size());  // whole, or not there at all

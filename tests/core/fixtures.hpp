@@ -8,8 +8,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <optional>
-#include <string>
 
 #include "passes/passes.hpp"
 #include "session/load.hpp"

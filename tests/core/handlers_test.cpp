@@ -41,7 +41,6 @@ TEST_F(HandlersTest, EveryOptionChangesTheListAndTurnedBackGivesItBack) {
         box.Value = !box.Value;
         handler(d());
         EXPECT_EQ(*m().finalCMXString, first);
-        EXPECT_TRUE(m().isModified);
     }
     // The names of kept wipes come from the popup's table.
     w().Chb_TransToDissolve.Value = false;
@@ -50,10 +49,8 @@ TEST_F(HandlersTest, EveryOptionChangesTheListAndTurnedBackGivesItBack) {
     w().PopupTransition.ListIndex = 0;
     PopupTransition_Change(d());
     EXPECT_NE(*m().finalCMXString, smpte);
-}
 
-TEST_F(HandlersTest, KeyTrackOffUnchecksAndDisablesKeysToDissolvesOnBringsOnlyTheEnabling) {
-    Load(kList);
+    // The key track off unchecks and disables keys to dissolves; on, it brings only the enabling.
     CheckBox& keys = w().Chb_KeyToDissolve;
     keys.Value = true;
     Chb_KeyToDissolve_Action(d());
@@ -73,7 +70,7 @@ TEST_F(HandlersTest, SaveCommandsAskForANameUnlessTheListWasSavedBefore) {
     m().mySavedAbsDateiPfad = earlier.AbsolutePath();
     BtnSaveEDL_Action(d());
     EXPECT_FALSE(App_FileSave_Action(d()));
-    EXPECT_TRUE(platform.saveDialogsShown.empty());
+    EXPECT_TRUE(platform.saveDialogsShown.empty() && !m().isModified);
     EXPECT_EQ(testing::ReadBytes(earlier.AbsolutePath()).substr(0, 16), "TITLE: DEMO CUT ");
 
     EXPECT_FALSE(App_FileSaveAs_Action(d()));  // always asks
@@ -97,7 +94,7 @@ TEST_F(HandlersTest, ReelNameKeyFilter) {
     EXPECT_EQ(w().Focus, "EF_SeqTitle");
 }
 
-TEST_F(HandlersTest, TheFieldsTakeTheirTextOverOnReturnOrLeaving) {
+TEST_F(HandlersTest, TheFieldsTakeTheirTextOverOnReturnOrLeavingAndTheMovieComesFromItsDialog) {
     Load(kList);
     SetFieldText(d(), w().EF_SeqTitle, "new title");
     EXPECT_FALSE(EF_SeqTitle_KeyDown(d(), "\r", keycode::kEnter));
@@ -105,13 +102,21 @@ TEST_F(HandlersTest, TheFieldsTakeTheirTextOverOnReturnOrLeaving) {
 
     m().myAbsMoviePfad = "/films/clip.mov";
     SetFieldText(d(), w().EF_RenderedMovie, "cut.mov");  // renders, the name not yet taken
-    EXPECT_EQ(m().myAbsMovieName, "");
     EXPECT_FALSE(EF_RenderedMovie_KeyDown(d(), "x", keycode::kNone));
     EXPECT_EQ(m().myAbsMovieName, "");
     EXPECT_FALSE(EF_RenderedMovie_KeyDown(d(), "\r", keycode::kReturn));
-    EXPECT_EQ(m().myAbsMovieName, "CUT.MOV");
-    EXPECT_EQ(m().myAbsMoviePfad, "");
+    EXPECT_EQ(std::tie(m().myAbsMovieName, m().myAbsMoviePfad), std::tuple("CUT.MOV", ""));
     EXPECT_NE(m().finalCMXString->find("* TO CLIP NAME:  CUT.MOV"), std::string::npos);
+
+    platform.openDialogAnswers.push_back(FolderItem("/films/Master Cut.mov"));
+    BtnSelectMovie_Action(d());
+    ASSERT_EQ(platform.openDialogsShown.size(), 2u);  // the list's, then the movie's
+    EXPECT_EQ(platform.openDialogsShown[1].Filter, "movie");
+    // The field's capitals come on leaving it.
+    EXPECT_EQ(std::tuple(m().myAbsMovieName, m().myAbsMoviePfad, w().EF_RenderedMovie.Text()),
+              std::tuple("Master Cut.mov", "/films/Master Cut.mov", "MASTER CUT.MOV"));
+    EXPECT_FALSE(App_FileSelectMovie_Action(d()));  // cancelled: the fallback name, the earlier path
+    EXPECT_EQ(std::tie(m().myAbsMovieName, m().myAbsMoviePfad), std::tuple("MASTER.MOV", "/films/Master Cut.mov"));
 }
 
 TEST_F(HandlersTest, ReservedReelNamesAreQuestioned) {
@@ -123,11 +128,10 @@ TEST_F(HandlersTest, ReservedReelNamesAreQuestioned) {
         {"black", DialogButton::Cancel, false}, {"BLACK", DialogButton::None, false},
     };
     for (const auto& [name, answer, legal] : cases) {
-        SCOPED_TRACE(std::string("'") + name + "'");
         platform.messageDialogsShown.clear();
         if (answer) platform.messageDialogAnswers.push_back(*answer);
-        EXPECT_EQ(CheckLegalReelName(d(), name), legal);
-        EXPECT_EQ(platform.messageDialogsShown.size(), answer ? 1u : 0u);
+        EXPECT_EQ(CheckLegalReelName(d(), name), legal) << "'" << name << "'";
+        EXPECT_EQ(platform.messageDialogsShown.size(), answer ? 1u : 0u) << "'" << name << "'";
     }
     EXPECT_EQ(Shown(platform.messageDialogsShown.back()),
               "1|Name Conflict! Choose an other Reel-Name.|BLACK is a reserved Reel-Name!\r\rOther reserved "
@@ -143,31 +147,12 @@ TEST_F(HandlersTest, ReservedReelNamesAreQuestioned) {
     EXPECT_EQ(*m().finalCMXString, before);
 }
 
-TEST_F(HandlersTest, SelectMovie) {
-    Load(kList);
-    platform.openDialogAnswers.push_back(FolderItem("/films/Master Cut.mov"));
-    BtnSelectMovie_Action(d());
-    ASSERT_EQ(platform.openDialogsShown.size(), 2u);  // the list's, then the movie's
-    EXPECT_EQ(platform.openDialogsShown[1].Filter, "movie");
-    EXPECT_EQ(m().myAbsMovieName, "Master Cut.mov");  // the field's capitals come on leaving it
-    EXPECT_EQ(m().myAbsMoviePfad, "/films/Master Cut.mov");
-    EXPECT_EQ(w().EF_RenderedMovie.Text(), "MASTER CUT.MOV");
-
-    // Cancelled: the fallback name, with the earlier path kept.
-    EXPECT_FALSE(App_FileSelectMovie_Action(d()));
-    EXPECT_EQ(m().myAbsMovieName, "MASTER.MOV");
-    EXPECT_EQ(m().myAbsMoviePfad, "/films/Master Cut.mov");
-}
-
 enum class Entry { Button, Menu, Drop, Document, Close };
 
 TEST_F(HandlersTest, EveryOpeningAndClosingAsksAboutUnsavedChangesFirst) {
-    const struct {
-        const char* name;
-        bool modified, savedBefore;
-        std::optional<DialogButton> answer;  // none: the question is not asked
-        bool saveDialogAnswered, goesOn;
-    } cases[] = {
+    // The case, modified, saved before, the answer (none: the question is not asked), the save
+    // dialog answered, whether the opening or closing goes on.
+    const std::tuple<const char*, bool, bool, std::optional<DialogButton>, bool, bool> cases[] = {
         {"unchanged", false, true, std::nullopt, false, true},
         {"Save, never saved", true, false, DialogButton::Action, true, true},
         {"Save, saved before", true, true, DialogButton::Action, true, true},
@@ -178,36 +163,37 @@ TEST_F(HandlersTest, EveryOpeningAndClosingAsksAboutUnsavedChangesFirst) {
     };
     const char* entryNames[] = {"button", "menu", "drop", "document", "close"};
     for (Entry entry : {Entry::Button, Entry::Menu, Entry::Drop, Entry::Document, Entry::Close}) {
-        for (const auto& c : cases) {
-            SCOPED_TRACE(std::string(entryNames[int(entry)]) + ": " + c.name);
+        for (const auto& [name, modified, savedBefore, answer, saveDialogAnswered, goesOn] : cases) {
+            SCOPED_TRACE(std::string(entryNames[int(entry)]) + ": " + name);
             d().frameRate.open = d().frameRateIfDroped.open = false;
             platform = {};
             w().Title = "Reel 3.edl";
-            m().isModified = c.modified;
+            m().isModified = modified;
             const FolderItem saved = WriteFile("saved.edl", "old");
-            m().mySavedAbsDateiName = c.savedBefore ? saved.Name() : "";
-            m().mySavedAbsDateiPfad = c.savedBefore ? saved.AbsolutePath() : "";
-            if (c.answer) platform.messageDialogAnswers.push_back(*c.answer);
-            if (c.saveDialogAnswered) platform.saveDialogAnswers.push_back(File("answered.edl"));
+            m().mySavedAbsDateiName = savedBefore ? saved.Name() : "";
+            m().mySavedAbsDateiPfad = savedBefore ? saved.AbsolutePath() : "";
+            if (answer) platform.messageDialogAnswers.push_back(*answer);
+            if (saveDialogAnswered) platform.saveDialogAnswers.push_back(File("answered.edl"));
             const FolderItem file("/lists/cut.edl");
             switch (entry) {
                 case Entry::Button: BtnOpenEDL_Action(d()); break;
                 case Entry::Menu: EXPECT_FALSE(App_FileOpen_Action(d())); break;
                 case Entry::Drop: EditField1_DropObject(d(), file); break;
                 case Entry::Document: App_Event_OpenDocument(d(), file); break;
-                case Entry::Close: EXPECT_EQ(MainWindow_Event_CancelClose(d(), false), !c.goesOn); break;
+                case Entry::Close: EXPECT_EQ(MainWindow_Event_CancelClose(d(), false), !goesOn); break;
             }
-            ASSERT_EQ(platform.messageDialogsShown.size(), c.answer ? 1u : 0u);
-            if (c.answer)
+            ASSERT_EQ(platform.messageDialogsShown.size(), answer ? 1u : 0u);
+            if (answer) {
                 EXPECT_EQ(Shown(platform.messageDialogsShown[0]),
                           "1|Do you want to save the changes to \"Reel 3.edl\"?|If you don't save, your changes will "
                           "be lost.|Save|Don't Save|Cancel");
+            }
             // Closing always asks for the file, even with a known one.
-            const bool asksName = c.answer == DialogButton::Action && (entry == Entry::Close || !c.savedBefore);
+            const bool asksName = answer == DialogButton::Action && (entry == Entry::Close || !savedBefore);
             EXPECT_EQ(platform.saveDialogsShown.size(), asksName ? 1u : 0u);
             const bool droped = entry == Entry::Drop || entry == Entry::Document;
-            EXPECT_EQ(FrameRateWindowExists(d()), c.goesOn && (entry == Entry::Button || entry == Entry::Menu));
-            EXPECT_EQ(FrameRateWindowIfDropedExists(d()), c.goesOn && droped);
+            EXPECT_EQ(FrameRateWindowExists(d()), goesOn && (entry == Entry::Button || entry == Entry::Menu));
+            EXPECT_EQ(FrameRateWindowIfDropedExists(d()), goesOn && droped);
             EXPECT_TRUE(platform.messages.empty());
         }
     }
@@ -235,8 +221,7 @@ TEST_F(HandlersTest, FrameRateWindowsOpenOnPalTakeTheRowsAndLoad) {
         SCOPED_TRACE(droped ? "droped" : "open");
         m().frameRateTmp = 0.0;
         FrameRateWindowState& win = droped ? FrameRateWindowIfDroped(d()) : FrameRateWindow(d());
-        EXPECT_EQ(win.PopupMenu1.ListIndex, 1);
-        EXPECT_EQ(m().frameRateTmp, 25.0);
+        EXPECT_EQ(std::tuple(win.PopupMenu1.ListIndex, m().frameRateTmp), std::tuple(1, 25.0));  // PAL first
         for (auto [row, rate] : {std::pair{0, 30.0}, {2, 24.0}, {3, 24.0}, {1, 25.0}, {0, 30.0}}) {
             win.PopupMenu1.ListIndex = row;
             droped ? FrameRateWindowIfDroped_PopupMenu1_Change(d()) : FrameRateWindow_PopupMenu1_Change(d());
@@ -246,8 +231,7 @@ TEST_F(HandlersTest, FrameRateWindowsOpenOnPalTakeTheRowsAndLoad) {
         platform.openDialogAnswers.push_back(list);
         droped ? FrameRateWindowIfDroped_PushButton1_Action(d()) : FrameRateWindow_PushButton1_Action(d());
         EXPECT_FALSE(droped ? FrameRateWindowIfDropedExists(d()) : FrameRateWindowExists(d()));
-        EXPECT_EQ(m().frameRate, 30.0);
-        EXPECT_EQ(w().Title, "cut.edl");
+        EXPECT_EQ(std::tuple(m().frameRate, w().Title), std::tuple(30.0, "cut.edl"));
     }
 }
 

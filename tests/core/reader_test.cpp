@@ -56,20 +56,17 @@ TEST_F(EventGrammar, TakesALineApartFromTheRight) {
     const std::pair<std::string, const char*> cases[] = {
         {"001  AX  V  C" + kTc, "001|AX|V|C|||1"},      {"002  BX  V  D  025" + kTc, "002|BX|V|D|025||2"},
         {"003  BX  V  K B" + kTc, "003|BX|V|K||B|3"},    {"004 BX V K B 025" + kTc, "004|BX|V|K||B 025|4"},
-        {"005 AX AA/V W001 030" + kTc, "005|AX|AA/V|W001|030||5"},
-        {"006 AX V c" + kTc, "006|AX|V|c|||6"},          // stored as written
+        {"005 AX AA/V W001 030" + kTc, "005|AX|AA/V|W001|030||5"}, {"006 AX V c" + kTc, "006|AX|V|c|||6"},
         {"001" + kTc, "|||001|||-1"},                    // too few tokens shift right
         {"001 AX" + kTc, "001|||AX|||1"},                // reel and mode need a blank
         {"007 TAPE 1 V C" + kTc, "007|TAPE|1|V||C|7"},  // a blank in the reel
         {"-3 AX V C" + kTc, "-3|AX|V|C|||-3"},           {"ABC AX V C" + kTc, "ABC|AX|V|C|||0"},
         {"0012 AX V C" + kTc, "0012|AX|V|C|||12"},       {"000 AX V C" + kTc, "000|AX|V|C|||0"},
-        {"* FROM CLIP NAME: X" + kTc, "*|FROM|CLIP|NAME:||X|0"},
+        {"* FROM CLIP NAME: X" + kTc, "*|FROM|CLIP|NAME:||X|0"}, {"* FROM CLIP NAME: X", ""},
         {"001 AX V D 12.5" + kTc, "001|AX|V|D|12.5||1"}, {"001 AX V D 1e5" + kTc, "001|AX|V|D||1e5|1"},
-        {"01:00:00:00", ""},  // one timecode: nothing left
-        {"001 AX V C 01:00:00:00 01:00:05:00 00:00:10:00", ""},
+        {"01:00:00:00", ""}, {"001 AX V C 01:00:00:00 01:00:05:00 00:00:10:00", ""}, {"M2 AX 050.0 00:00:05:12", ""},
         {"001 AX V C 01:00:00:00 01:00:05:00 00:00:10:00 00:00:15;00", ""},  // drop-frame spelling
-        {"M2 AX 050.0 00:00:05:12", ""},                 {"* FROM CLIP NAME: X", ""},
-        {"TITLE: A", ""},                                {"", ""},
+        {"TITLE: A", ""}, {"", ""},
     };
     for (const auto& [line, fields] : cases) {
         SCOPED_TRACE(line);
@@ -90,41 +87,33 @@ TEST_F(EventGrammar, TakesALineApartFromTheRight) {
     EXPECT_EQ(Fields(m(), 2), "005|TAPE5|V|C|||5");
 }
 
-TEST_F(EventGrammar, TimecodesAreColonsAtTheirPlacesCountedInCharacters) {
+TEST_F(EventGrammar, TimecodesAreColonsAtTheirPlacesCountedInCharactersAndFramesFollowTheRate) {
     // Digits are not demanded: letters count by their leading number, which is 0; "é" is one
     // character, so the cut of the timecodes counts characters, not bytes.
     Read("001 R\xC3\xA9" "el V C ab:cd:ef:gh 01:0x:00:00 0\xC3\xA9:00:10:00 00:00:15:00");
-    const Document& m = this->m();
-    EXPECT_EQ(m.readOrigReelNames(0), "R\xC3\xA9" "el");
-    EXPECT_EQ(m.readOrigSourceInTC(0), "ab:cd:ef:gh");
-    EXPECT_EQ(m.readOrigRecInTC(0), "0\xC3\xA9:00:10:00");
-    EXPECT_EQ(std::tuple(m.readOrigSourceInFrame[0], m.readOrigSourceOutFrame[0], m.readOrigRecInFrame[0]),
+    EXPECT_EQ(m().readOrigReelNames(0), "R\xC3\xA9" "el");
+    EXPECT_EQ(std::tuple(m().readOrigSourceInTC(0), m().readOrigRecInTC(0)),
+              std::tuple("ab:cd:ef:gh", "0\xC3\xA9:00:10:00"));
+    EXPECT_EQ(std::tuple(m().readOrigSourceInFrame[0], m().readOrigSourceOutFrame[0], m().readOrigRecInFrame[0]),
               std::tuple(0, 90000, 250));
-}
-
-TEST_F(EventGrammar, TheLastNumberOfThreeOrFourDigitsNamesTheForm) {
-    const std::tuple<std::string, bool> cases[] = {
-        {"001 AX V C" + kTc, false}, {"0001 AX V C" + kTc, true}, {"TITLE: no events", false},
-        {"0001 AX V C" + kTc + "\r00001 AX V C" + kTc, true},  // five digits leave it
-        {"0999 AX V C" + kTc + "\r999 AX V C" + kTc, false},   {"999 AX V C" + kTc + "\r1000 AX V C" + kTc, true},
-        {"001" + kTc, false},  // the number slid into the transition
-    };
-    for (const auto& [text, gvg] : cases) {
-        Read(text);
-        EXPECT_EQ(m().IsGrassValley, gvg) << text;
-        EXPECT_EQ(w().ST_EdlFormat.Text, gvg ? "GVG (Grass Valley)" : "CMX");
+    for (double rate : {24.0, 25.0, 30.0}) {
+        Read("001 AX V C 01:00:00:00 01:00:01:00 00:00:00:00 00:00:01:00", rate);
+        const int32_t r = int32_t(rate);
+        EXPECT_EQ(std::tuple(m().readOrigSourceInFrame[0], m().readOrigRecOutFrame[0], m().editDurationFrames[0]),
+                  std::tuple(3600 * r, r, r));
     }
+    Read("001 AX V C 01:00:00:00 01:00:01:00 00:00:05:00 00:00:01:00");  // swapped record times
+    EXPECT_EQ(m().editDurationFrames[0], -100);
 }
 
 TEST_F(ReaderTest, EveryLineEndGivesTheSameRowsAndControlCharactersGo) {
     const std::pair<std::string, std::string> cases[] = {
         {"A\r\nB\r\nC", "A|B|C"}, {"A\nB\nC", "A|B|C"}, {"A\rB\rC", "A|B|C"}, {"A\r\nB\nC", "A|B|C"},
-        {"A\r\n", "A|"},              // a final line end leaves an empty last row
-        {"A\r\r\nB", "A||B"},         // a CR alone, then CR LF: two line ends
-        {{"A\r\0\nB", 5}, "A||B"},    // the NUL goes after the line ends were read
-        {"", ""},                     // an empty file is one empty row
-        {std::string(1000, '\n'), std::string(1000, '|')},
-        {"   TITLE: x   \r\r  ", "TITLE: x||"},
+        {"A\r\n", "A|"},            // a final line end leaves an empty last row
+        {"A\r\r\nB", "A||B"},       // a CR alone, then CR LF: two line ends
+        {{"A\r\0\nB", 5}, "A||B"},  // the NUL goes after the line ends were read
+        {"", ""},                   // an empty file is one empty row
+        {std::string(1000, '\n'), std::string(1000, '|')}, {"   TITLE: x   \r\r  ", "TITLE: x||"},
         {"* \tx\x01\x7f", "* x\x7f"},  // deleted, not replaced; code 127 stays
     };
     for (const auto& [text, rows] : cases) {
@@ -135,38 +124,27 @@ TEST_F(ReaderTest, EveryLineEndGivesTheSameRowsAndControlCharactersGo) {
     EXPECT_EQ(Fields(m(), 0), "001AX|V||C|||1");
 }
 
-TEST_F(ReaderTest, FramesFollowTheRate) {
-    const char* line = "001 AX V C 01:00:00:00 01:00:01:00 00:00:00:00 00:00:01:00";
-    for (double rate : {24.0, 25.0, 30.0}) {
-        Read(line, rate);
-        const int32_t r = int32_t(rate);
-        EXPECT_EQ(std::tuple(m().readOrigSourceInFrame[0], m().readOrigRecOutFrame[0], m().editDurationFrames[0]),
-                  std::tuple(3600 * r, r, r));
-    }
-    Read("001 AX V C 01:00:00:00 01:00:01:00 00:00:05:00 00:00:01:00");  // swapped record times
-    EXPECT_EQ(m().editDurationFrames[0], -100);
-}
-
-TEST_F(ReaderTest, TitleAndFrameMode) {
-    // A GVG list's title is its first line with text.
-    const std::pair<std::string, std::string> cases[] = {
-        {"TITLE: My Cut\rFCM: DROP FRAME", "My Cut"}, {"title:   lower case  \r", "lower case"}, {"TITLE:\r", ""},
-        {"* x\rTITLE: Second\rTITLE: Third", "Second"}, {"no title at all", "UNKOWN"},
-        {"\r\r  My Gvg List \r0001 AX V C" + kTc, "My Gvg List"}, {"0001 AX V C" + kTc, "0001 AX V C" + kTc},
+TEST_F(ReaderTest, TheFormTheTitleAndTheFrameMode) {
+    // The text, whether it is a GVG list, its title. The last event number of three or four
+    // digits names the form; a GVG list's title is its first line with text.
+    const std::tuple<std::string, bool, std::string> cases[] = {
+        {"001 AX V C" + kTc, false, "UNKOWN"},
+        {"0001 AX V C" + kTc + "\r00001 AX V C" + kTc, true, "0001 AX V C" + kTc},  // five digits leave it
+        {"0999 AX V C" + kTc + "\r999 AX V C" + kTc, false, "UNKOWN"},
+        {"999 AX V C" + kTc + "\r1000 AX V C" + kTc, true, "999 AX V C" + kTc},
+        {"001" + kTc, false, "UNKOWN"},  // the number slid into the transition
+        {"\r\r  My Gvg List \r0001 AX V C" + kTc, true, "My Gvg List"},
+        {"TITLE: My Cut\rFCM: DROP FRAME", false, "My Cut"}, {"title:   lower case  \r", false, "lower case"},
+        {"TITLE:\r", false, ""}, {"* x\rTITLE: Second\rTITLE: Third", false, "Second"},
     };
-    for (const auto& [text, title] : cases) {
+    for (const auto& [text, gvg, title] : cases) {
         Read(text);
+        EXPECT_EQ(w().ST_EdlFormat.Text, gvg ? "GVG (Grass Valley)" : "CMX") << text;
         EXPECT_EQ(m().newSeqTitle, title) << text;
         // Whatever the FCM line says, the settling scan leaves a CMX list non-drop.
         EXPECT_FALSE(m().dropFrame);
-        EXPECT_EQ(w().ST_FCM.Text, m().IsGrassValley ? "" : "Non-Drop Frame");
+        EXPECT_EQ(w().ST_FCM.Text, gvg ? "" : "Non-Drop Frame");
     }
-}
-
-TEST_F(ReaderTest, TheTitleFieldOffersTheTitleInCapitals) {
-    Read("TITLE: Reel 1 - stra\xC3\x9F" "e");
-    EXPECT_EQ(w().EF_SeqTitle.Text(), "REEL 1 - STRASSE VORNELT");
-    EXPECT_EQ(m().newSeqTitle, "Reel 1 - stra\xC3\x9F" "e");  // the plain title until the writer reads the field
 }
 
 TEST_F(BadInput, AnyBytesLoadAsRows) {
@@ -185,19 +163,26 @@ TEST_F(BadInput, AnyBytesLoadAsRows) {
     }
 }
 
-TEST_F(LoadRoad, OpenReadsTheFileAsWindowsLatin1) {
+TEST_F(LoadRoad, OpenReadsTheFileAsWindowsLatin1AndASecondKeepsOnlyTheOptions) {
     Load("TITLE: Caf\xE9\r\n001 AX V C" + kTc + "\r\n", 24.0, "Caf\xC3\xA9.edl");
-    const Document& m = this->m();
-    EXPECT_EQ(m.readOrigCompleteLine(0), "TITLE: Caf\xC3\xA9");
-    EXPECT_EQ(m.frameRate, 24.0);
-    EXPECT_EQ(m.myAbsDateiFolderItem->AbsolutePath(), FolderItem(dir_.string()).AbsolutePath());
-    EXPECT_EQ(w().Title, "Caf\xC3\xA9.edl");
-    EXPECT_EQ(w().ST_FrameRate.Text, "24");
-    EXPECT_EQ(w().Cursor, MouseCursor::StandardPointer);
+    EXPECT_EQ(m().readOrigCompleteLine(0), "TITLE: Caf\xC3\xA9");
+    EXPECT_EQ(m().myAbsDateiFolderItem->AbsolutePath(), FolderItem(dir_.string()).AbsolutePath());
+    EXPECT_EQ(std::tuple(m().frameRate, w().ST_FrameRate.Text, w().Title, w().Cursor),
+              std::tuple(24.0, "24", "Caf\xC3\xA9.edl", MouseCursor::StandardPointer));
     EXPECT_EQ(std::tuple(platform.progressShows, platform.progressCloses), std::tuple(1, 1));
     ASSERT_EQ(platform.openDialogsShown.size(), 1u);
     EXPECT_EQ(platform.openDialogsShown[0].Filter, "text/plain");
-    EXPECT_TRUE(m.isModified);  // a fresh list counts as changed
+    EXPECT_TRUE(m().isModified);  // a fresh list counts as changed
+
+    // A second load forgets the save and the movie, but keeps the options.
+    m().mySavedAbsDateiName = "saved.edl";
+    m().myAbsMovieName = "CUT.MOV";
+    w().Chb_Mirror.Value = false;
+    w().EF_RenderedMovie.SetText("cut.mov");
+    Load("TITLE: Second\r", 30.0);
+    EXPECT_EQ(std::tuple(m().mySavedAbsDateiName, m().myAbsMovieName, m().boolMirror, w().Chb_Mirror.Value),
+              std::tuple("", "", false, false));
+    EXPECT_EQ(w().EF_RenderedMovie.Text(), "CUT.MOV");
 }
 
 TEST_F(LoadRoad, ACancelOrAnUnreadableFileKeepsTheDocument) {
@@ -210,39 +195,22 @@ TEST_F(LoadRoad, ACancelOrAnUnreadableFileKeepsTheDocument) {
         platform.openDialogAnswers.push_back(FolderItem(path));
         Open_CMX(session());
         EXPECT_EQ(platform.messages.back(), "Sorry, Can't read the file.");
-        EXPECT_EQ(m().readOrigTrans(1), "C");
-        EXPECT_EQ(w().Title, "list.edl");
-        EXPECT_EQ(w().Cursor, MouseCursor::Wait);  // nothing resets it on this road
+        // The document stays; nothing resets the wait cursor on this road.
+        EXPECT_EQ(std::tuple(m().readOrigTrans(1), w().Title, w().Cursor),
+                  std::tuple("C", "list.edl", MouseCursor::Wait));
     }
     Load("TITLE: Second\r");
     EXPECT_EQ(w().Cursor, MouseCursor::StandardPointer);
-}
-
-TEST_F(LoadRoad, ASecondLoadForgetsTheSaveAndTheMovieButKeepsTheOptions) {
-    Load("TITLE: First\r");
-    m().mySavedAbsDateiName = "saved.edl";
-    m().myAbsMovieName = "CUT.MOV";
-    w().Chb_Mirror.Value = false;
-    w().EF_RenderedMovie.SetText("cut.mov");
-    Load("TITLE: Second\r", 30.0);
-    EXPECT_EQ(m().mySavedAbsDateiName, "");
-    EXPECT_EQ(m().myAbsMovieName, "");
-    EXPECT_FALSE(m().boolMirror);
-    EXPECT_FALSE(w().Chb_Mirror.Value);
-    EXPECT_EQ(w().EF_RenderedMovie.Text(), "CUT.MOV");
 }
 
 TEST_F(LoadRoad, DropReadsTheDroppedFileOrSaysItCannot) {
     FileDropedInEditField(session());
     EXPECT_EQ(platform.messages, std::vector<std::string>{"Sorry, Can't read the file."});
     m().DropedFolderItem = WriteFile("drop.edl", "TITLE: Dropped\r");
-    m().frameRateTmp = 30.0;
     FileDropedInEditField(session());
     EXPECT_EQ(m().readOrigCompleteLine(0), "TITLE: Dropped");
-    EXPECT_EQ(m().frameRate, 30.0);
-    EXPECT_EQ(platform.messages.size(), 1u);
     EXPECT_TRUE(platform.openDialogsShown.empty());
-    EXPECT_EQ(m().myAbsMovieName, "");  // the drop road has no movie fallback
+    EXPECT_EQ(std::tuple(platform.messages.size(), m().myAbsMovieName), std::tuple(1u, ""));  // no movie fallback
 }
 
 TEST_F(LoadRoad, EveryListOfTheCorpusLoads) {

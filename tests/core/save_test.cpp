@@ -19,7 +19,6 @@ class SaveTest : public Fixture {
 protected:
     void SetUp() override {
         Fixture::SetUp();
-        m().edlFormat = "CMX";
         m().myAbsDateiName = "reel1.v2.edl";
         m().myAbsDateiFolderItem = FolderItem(dir_.string());
         // A mixed line end, and É, which Mac OS Roman holds as 0x83.
@@ -41,17 +40,13 @@ TEST_F(SaveTest, WholeListsFromFileToFileByteForByte) {
     using W = MainWindowState;
     using O = ConvertOptions;
     const std::pair<CheckBox W::*, bool O::*> boxes[] = {
-        {&W::Chb_Mirror, &O::mirror},           {&W::Chb_V2, &O::keys},
-        {&W::Chb_A1234, &O::audio},             {&W::Chb_RemoveFreezeFrame, &O::removeFreezeFrames},
-        {&W::Chb_RemoveSpeedChanges, &O::removeSpeedChanges}, {&W::Chb_TransToDissolve, &O::wipesToDissolves},
-        {&W::Chb_KeyToDissolve, &O::keysToDissolves},         {&W::Chb_ComntGenerateNew, &O::comments},
+        {&W::Chb_Mirror, &O::mirror}, {&W::Chb_V2, &O::keys}, {&W::Chb_A1234, &O::audio},
+        {&W::Chb_RemoveFreezeFrame, &O::removeFreezeFrames}, {&W::Chb_RemoveSpeedChanges, &O::removeSpeedChanges},
+        {&W::Chb_TransToDissolve, &O::wipesToDissolves}, {&W::Chb_KeyToDissolve, &O::keysToDissolves},
+        {&W::Chb_ComntGenerateNew, &O::comments},
     };
-    const struct {
-        const char *input, *expected;
-        double rate;
-        bool options[std::size(boxes)];  // in the order of the boxes above
-        int wipeNames;                   // 0 Final Cut Pro, 1 SMPTE
-    } cases[] = {
+    // The list, the list saved, its rate, the boxes in their order above, the wipe names (0 Final Cut Pro, 1 SMPTE).
+    const std::tuple<const char*, const char*, double, std::array<bool, std::size(boxes)>, int> cases[] = {
         // The window's first settings: a mirror list with comments, wipes as dissolves,
         // motion lines removed, black kept as black.
         {"writer_demo_cmx.edl", "writer_demo_cmx.mirror.expected.edl", 25.0, {1, 1, 1, 1, 1, 1, 0, 1}, 1},
@@ -61,26 +56,28 @@ TEST_F(SaveTest, WholeListsFromFileToFileByteForByte) {
         // Keys as dissolves without comments: stars on the background row.
         {"writer_demo_gvg.edl", "writer_demo_gvg.plain.expected.edl", 30.0, {0, 1, 1, 1, 1, 1, 1, 0}, 1},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.expected);
+    for (const auto& [input, expected, rate, checked, wipeNames] : cases) {
+        SCOPED_TRACE(expected);
         TearDown();
         Fixture::SetUp();
-        O options{.fps = int(c.rate), .wipeNames = c.wipeNames ? WipeNames::Smpte : WipeNames::FinalCutPro};
+        O options;  // the converter's defaults, then the case's rate, boxes and wipe names
+        options.fps = int(rate);
+        options.wipeNames = wipeNames ? WipeNames::Smpte : WipeNames::FinalCutPro;
         for (size_t i = 0; i < std::size(boxes); ++i) {
-            (w().*boxes[i].first).Value = c.options[i];
-            options.*boxes[i].second = c.options[i];
+            (w().*boxes[i].first).Value = checked[i];
+            options.*boxes[i].second = checked[i];
         }
-        w().PopupTransition.ListIndex = c.wipeNames;
-        Load(TestData(c.input), c.rate, c.input);
+        w().PopupTransition.ListIndex = wipeNames;
+        Load(TestData(input), rate, input);
         SaveAs("saved.edl");
         ASSERT_TRUE(platform.messages.empty()) << platform.messages.front();
-        EXPECT_EQ(Saved("saved.edl"), TestData(c.expected));
+        EXPECT_EQ(Saved("saved.edl"), TestData(expected));
         // The window saves the very bytes of the converter.
-        EXPECT_EQ(vornelt::Convert(TestData(c.input), options, c.input).bytes, TestData(c.expected));
+        EXPECT_EQ(vornelt::Convert(TestData(input), options, input).bytes, TestData(expected));
     }
 }
 
-TEST_F(SaveTest, SaveAsThenSaveAgain) {
+TEST_F(SaveTest, SaveAsAfterACancel) {
     m().isModified = false;
     SaveAsDialog(d());  // cancelled: the list counts as unsaved
     EXPECT_TRUE(m().isModified);
@@ -90,16 +87,9 @@ TEST_F(SaveTest, SaveAsThenSaveAgain) {
     EXPECT_EQ(platform.saveDialogsShown[1].SuggestedFileName, "reel1 VORNELT.edl");
     EXPECT_EQ(platform.saveDialogsShown[1].InitialDirectory, m().myAbsDateiFolderItem);
     EXPECT_EQ(Saved("out.edl"), kBytes);
-    EXPECT_FALSE(m().isModified);
     EXPECT_EQ(platform.windowModifiedMarks, (std::vector<bool>{true, false}));
-    EXPECT_EQ(w().Title, "out.edl");
-    EXPECT_EQ(w().Cursor, MouseCursor::StandardPointer);
-
-    m().isModified = true;
-    SaveOhneDialog(d());
-    EXPECT_EQ(platform.saveDialogsShown.size(), 2u);
-    EXPECT_EQ(Saved("out.edl"), kBytes);
-    EXPECT_FALSE(m().isModified);
+    EXPECT_EQ(std::tuple(m().isModified, w().Title, w().Cursor),
+              std::tuple(false, "out.edl", MouseCursor::StandardPointer));
     EXPECT_TRUE(platform.messages.empty());
 }
 
@@ -109,21 +99,18 @@ TEST_F(SaveTest, FailuresKeepTheStateAndTheEarlierFile) {
             SCOPED_TRACE(std::to_string(secondRoad) + std::to_string(halfWay));
             TearDown();
             SetUp();
+            platform = {};
             SaveAs("keep.edl");
             const std::string earlier = Saved("keep.edl");
             m().finalCMXString = std::make_shared<const std::string>(std::string(4096, 'X') + "\r");
             m().isModified = true;
-            platform.messages.clear();
             platform.failCreateTextFile = !halfWay;
             platform.failWriteAfterBytes = halfWay ? std::optional<size_t>(100) : std::nullopt;
             secondRoad ? SaveOhneDialog(d()) : SaveAs("keep.edl");
             EXPECT_EQ(platform.messages, kSaveError);
-            EXPECT_TRUE(m().isModified);
-            EXPECT_EQ(w().Cursor, MouseCursor::Wait);
+            EXPECT_EQ(std::tuple(m().isModified, w().Cursor), std::tuple(true, MouseCursor::Wait));
             EXPECT_EQ(Saved("keep.edl"), earlier);
             EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator()), 1);
-            platform.failCreateTextFile = false;
-            platform.failWriteAfterBytes.reset();
         }
     }
 }
@@ -132,9 +119,8 @@ TEST_F(SaveTest, SecondRoadWithoutAFile) {
     // No path: the message, and the pointer back.
     w().Cursor = MouseCursor::Wait;
     SaveOhneDialog(d());
-    EXPECT_EQ(platform.beeps, 1);
     EXPECT_EQ(platform.messages, kSaveError);
-    EXPECT_EQ(w().Cursor, MouseCursor::StandardPointer);
+    EXPECT_EQ(std::tuple(platform.beeps, w().Cursor), std::tuple(1, MouseCursor::StandardPointer));
     // The file moved away: the dialog, named after the loaded file, without a word.
     SaveAs("moved.edl");
     fs::remove(File("moved.edl").AbsolutePath());

@@ -16,7 +16,6 @@ class RecordingPlatform : public Platform {
 public:
     std::deque<FolderItemRef> openDialogAnswers, saveDialogAnswers;
     std::deque<DialogButton> messageDialogAnswers;
-    int setWindowModifiedResult = 0;
     bool failCreateTextFile = false;           // creating a text file fails (the stream is none)
     std::optional<size_t> failWriteAfterBytes;  // a write fails once this many bytes have gone
 
@@ -45,7 +44,7 @@ public:
     void Beep() override { ++beeps; }
     int SetWindowModified(bool modified) override {
         windowModifiedMarks.push_back(modified);
-        return setWindowModifiedResult;
+        return 0;
     }
     void Yield() override {}
     void Redraw(std::string_view control) override {
