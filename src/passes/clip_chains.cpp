@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string>
 
+#include "document/timecode.hpp"
 #include "text/text.hpp"
 #include "vocabulary/vocabulary.hpp"
 #include "passes/passes.hpp"
@@ -168,6 +169,51 @@ std::vector<int32_t> NumberClipChains(size_t rows, std::span<const int32_t> even
 
 }  // namespace passes_detail
 
+namespace {
+
+// The chains of two lines or more, each with its rows, events and the source it covers;
+// the chains of one line are counted.
+void RecordClipChains(Document& m, const std::vector<int32_t>& chain, const std::vector<std::string>& names) {
+    std::vector<int32_t> lines(names.size(), 0);
+    for (const int32_t c : chain) ++lines[size_t(c)];
+    std::vector<int32_t> itemOf(names.size(), -1);
+    std::vector<ChangeItem>& report = m.report.Section(ReportSection::Load);
+    for (size_t c = 1; c < names.size(); ++c) {
+        if (lines[c] == 1) ++m.report.singleLineChains;
+        if (lines[c] < 2) continue;
+        itemOf[c] = int32_t(report.size());
+        ChangeItem& item = report.emplace_back();
+        item.kind = ChangeKind::ClipChain;
+        item.before = std::string(Trim(names[c]));
+        item.number = INT32_MAX;  // lowest source in, while the rows come
+        item.rows.reserve(size_t(lines[c]));
+        item.events.reserve(size_t(lines[c]));
+    }
+    std::vector<int32_t> lastOut(names.size(), INT32_MIN);
+    for (size_t i = 0; i < chain.size(); ++i) {
+        const int32_t c = chain[i];
+        if (c == 0 || itemOf[size_t(c)] < 0) continue;
+        ChangeItem& item = report[size_t(itemOf[size_t(c)])];
+        if (item.rows.empty()) {
+            item.row = int32_t(i);
+            item.event = m.copyEventNumberInt[i];
+        }
+        item.rows.push_back(int32_t(i));
+        item.events.push_back(m.copyEventNumberInt[i]);
+        item.number = std::min(item.number, m.copySourceInFrame[i]);
+        lastOut[size_t(c)] = std::max(lastOut[size_t(c)], m.copySourceOutFrame[i]);
+    }
+    std::string (*toTimecode)(int32_t) =
+        m.frameRate == 24.0 ? Frames24_to_TC : m.frameRate == 30.0 ? Frames30NonDrop_to_TC : Frames25_to_TC;
+    for (size_t c = 1; c < names.size(); ++c)
+        if (itemOf[c] >= 0) {
+            ChangeItem& item = report[size_t(itemOf[c])];
+            item.after = toTimecode(item.number) + " to " + toTimecode(lastOut[c]);
+        }
+}
+
+}  // namespace
+
 void CleanEDL_4(Document& m, Platform& platform) {
 
     m.cleanClipReelName.assign_empty(m.copyReelNames.size());
@@ -190,6 +236,7 @@ void CleanEDL_4(Document& m, Platform& platform) {
         }
         platform.Yield();
     }
+    RecordClipChains(m, chain, names);
 }
 
 }  // namespace vornelt

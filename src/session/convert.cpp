@@ -3,6 +3,7 @@
 #include <new>
 
 #include "session/load.hpp"
+#include "session/report.hpp"
 #include "text/encodings.hpp"
 #include "text/text.hpp"
 #include "vocabulary/vocabulary.hpp"
@@ -119,6 +120,7 @@ ConvertResult Convert(std::string_view bytes, const ConvertOptions& o, std::stri
             }
             FillFields(s, o);
             NewEDL_02(s.document, s.MainWindow(), platform);
+            if (o.report) result.report = MakeConvertReport(ViewReport(s.document), s.document);
 
             list = s.document.finalCMXString;
         }

@@ -1,0 +1,123 @@
+#include "document/report.hpp"
+
+
+namespace vornelt {
+
+namespace {
+
+struct KindInfo {
+    std::string_view name;
+    std::string_view heading;
+    Severity severity;
+};
+
+constexpr KindInfo kKinds[kChangeKinds] = {
+    {"key-out-point", "Key events given an out point", Severity::Change},
+    {"clip-chain", "Clip chains given a reel name", Severity::Change},
+    {"freeze-frame-removed", "Freeze frames removed", Severity::Change},
+    {"speed-change-removed", "Speed changes removed", Severity::Change},
+    {"audio-left-out", "Audio left out", Severity::Change},
+    {"key-track-left-out", "Key track left out", Severity::Change},
+    {"wipe-to-dissolve", "Wipes made dissolves", Severity::Change},
+    {"key-to-dissolve", "Keys made dissolves", Severity::Change},
+    {"reel-renamed", "Reels renamed in the mirror list", Severity::Change},
+    {"title-applied", "Title", Severity::Change},
+    {"movie-applied", "Rendered movie", Severity::Change},
+    {"master-reel-applied", "Master reel", Severity::Change},
+    {"impossible-timecode", "Timecodes that cannot exist at this frame rate", Severity::Warning},
+    {"drop-frame-at-rate", "Drop frame list at 24 or 25 fps", Severity::Warning},
+    {"record-backwards", "Record times that run backwards", Severity::Warning},
+    {"record-overlap", "Record times that overlap on one track", Severity::Warning},
+    {"source-out-before-in", "Source out before source in", Severity::Warning},
+    {"unknown-line", "Lines Vornelt does not know", Severity::Warning},
+    {"not-mac-roman", "Characters saved as \"?\"", Severity::Warning},
+    {"reel-too-long", "Reel names too long for the list", Severity::Warning},
+    {"looks-like-utf8", "File looks like UTF-8", Severity::Warning},
+    {"looks-like-utf16", "File looks like UTF-16", Severity::Warning},
+    {"comment-before-first-event", "Comment lines ahead of the first event", Severity::Warning},
+};
+
+std::string Numbers(const std::vector<int32_t>& values, int32_t add) {
+    std::string out;
+    for (size_t k = 0; k < values.size(); ++k) {
+        if (k) out += ", ";
+        out += std::to_string(values[k] + add);
+    }
+    return out;
+}
+
+std::string Quoted(std::string_view s) { return "\"" + std::string(s) + "\""; }
+
+}  // namespace
+
+std::string_view KindName(ChangeKind kind) { return kKinds[size_t(kind)].name; }
+std::string_view KindHeading(ChangeKind kind) { return kKinds[size_t(kind)].heading; }
+Severity KindSeverity(ChangeKind kind) { return kKinds[size_t(kind)].severity; }
+std::string_view SeverityName(Severity severity) { return severity == Severity::Change ? "change" : "warning"; }
+
+std::string ItemText(const ChangeItem& item, double frameRate) {
+    const std::string event = "Event " + std::to_string(item.event);
+    const std::string fps = std::to_string(int(frameRate)) + " fps";
+    switch (item.kind) {
+    case ChangeKind::KeyOutPoint:
+        return event + ": key of length zero given the length of the line before, record out " + item.before +
+               " became " + item.after;
+    case ChangeKind::ClipChain:
+        return item.before + ": " + std::to_string(item.rows.size()) + " lines of one source clip (events " +
+               Numbers(item.events, 0) + " on lines " + Numbers(item.rows, 1) + "), source " + item.after;
+    case ChangeKind::FreezeFrameRemoved:
+        return event + ": freeze frame removed (speed " + item.before + ")";
+    case ChangeKind::SpeedChangeRemoved:
+        return event + ": speed change removed (speed " + item.before + ")";
+    case ChangeKind::AudioLeftOut:
+        if (!item.after.empty()) return event + ": audio of " + item.before + " left out, kept as " + item.after;
+        return event + ": audio event " + item.before + " left out";
+    case ChangeKind::KeyTrackLeftOut:
+        return event + ": key line " + item.before + " left out";
+    case ChangeKind::WipeToDissolve:
+        return event + ": wipe " + item.before + " made a dissolve of " + item.after + " frames";
+    case ChangeKind::KeyToDissolve:
+        return event + ": key " + item.before + " made a dissolve";
+    case ChangeKind::ReelRenamed:
+        return event + ": reel " + item.before + " became " + item.after;
+    case ChangeKind::TitleApplied:
+        return "Title " + Quoted(item.before) + " became " + Quoted(item.after);
+    case ChangeKind::MovieApplied:
+        return "Comment lines name the rendered movie " + Quoted(item.after);
+    case ChangeKind::MasterReelApplied:
+        return "Every event of the mirror list is on the master reel " + item.after + " (" +
+               std::to_string(item.number) + " events)";
+    case ChangeKind::ImpossibleTimecode:
+        return event + ": timecode " + item.before + " cannot exist at " + fps + " (" + item.after +
+               "): was the frame rate answered right?";
+    case ChangeKind::DropFrameAtRate:
+        return "The list says " + Quoted(item.before) + ", but was read at " + fps +
+               ": drop frame exists only at 30 fps. Was the frame rate answered right?";
+    case ChangeKind::RecordBackwards:
+        return event + ": record out " + item.after + " stands before record in " + item.before;
+    case ChangeKind::RecordOverlap:
+        return event + ": record in " + item.before + " on track " + item.after + " lies inside event " +
+               std::to_string(item.number) + " on the same track";
+    case ChangeKind::SourceOutBeforeIn:
+        return event + ": source out " + item.after + " stands before source in " + item.before;
+    case ChangeKind::UnknownLine:
+        return "Neither an event nor a note Vornelt knows, left out of the new list: " + Quoted(item.before);
+    case ChangeKind::NotMacRoman:
+        return "Mac OS Roman cannot hold " + Quoted(item.before) + ": saved as \"?\" where the line is written";
+    case ChangeKind::ReelTooLong:
+        return event + ": reel " + item.before + " has " + std::to_string(item.number) + " characters; the list takes " +
+               item.after;
+    case ChangeKind::LooksLikeUtf8:
+        return "The file looks like UTF-8, but every list is read as Windows Latin 1: accented clip names come out "
+               "garbled. Save it as Windows Latin 1 (ANSI) and open it again.";
+    case ChangeKind::LooksLikeUtf16:
+        return "The file looks like UTF-16, but every list is read as Windows Latin 1: it cannot be read as it "
+               "stands. Save it as Windows Latin 1 (ANSI) and open it again.";
+    case ChangeKind::CommentBeforeFirstEvent:
+        return "The new list has comment lines ahead of its first event line, because the first event " +
+               item.before + "; some strict readers refuse such a list";
+    }
+    return {};
+}
+
+}  // namespace vornelt
