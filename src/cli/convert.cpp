@@ -183,7 +183,7 @@ public:
     void Add(const Target& target, const ConvertReport& report) {
         const std::string name = FolderItem(target.input).Name();
         if (o_.reportFormat == "json") {
-            lists_.push_back(ReportJson(report, target.input));
+            lists_.push_back(ReportJson(report, name));
         } else {
             if (!text_.empty()) text_ += "\n";
             text_ += FormatReport(report, name);
