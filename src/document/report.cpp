@@ -1,5 +1,8 @@
 #include "document/report.hpp"
 
+#include "document/document.hpp"
+#include "text/text.hpp"
+
 
 namespace vornelt {
 
@@ -37,11 +40,23 @@ constexpr KindInfo kKinds[kChangeKinds] = {
     {"comment-before-first-event", "Comment lines ahead of the first event", Severity::Warning},
 };
 
-std::string Numbers(const std::vector<int32_t>& values, int32_t add) {
+// A clip chain's rows stand in chainRows from the item's start up to a -1.
+int32_t ChainLength(const ChangeItem& item, const Document& m) {
+    const std::vector<int32_t>& rows = m.report.chainRows;
+    int32_t n = 0;
+    for (size_t k = size_t(item.number); k < rows.size() && rows[k] >= 0; ++k) ++n;
+    return n;
+}
+
+// The chain's event numbers, or its lines.
+std::string ChainRows(const ChangeItem& item, const Document& m, bool events) {
+    const std::vector<int32_t>& rows = m.report.chainRows;
     std::string out;
-    for (size_t k = 0; k < values.size(); ++k) {
-        if (k) out += ", ";
-        out += std::to_string(values[k] + add);
+    for (size_t k = size_t(item.number); k < rows.size() && rows[k] >= 0; ++k) {
+        if (k > size_t(item.number)) out += ", ";
+        const size_t row = size_t(rows[k]);
+        out += std::to_string(events ? (row < m.readOrigEventNumberInt.size() ? m.readOrigEventNumberInt[row] : -1)
+                                     : int32_t(row) + 1);
     }
     return out;
 }
@@ -55,16 +70,16 @@ std::string_view KindHeading(ChangeKind kind) { return kKinds[size_t(kind)].head
 Severity KindSeverity(ChangeKind kind) { return kKinds[size_t(kind)].severity; }
 std::string_view SeverityName(Severity severity) { return severity == Severity::Change ? "change" : "warning"; }
 
-std::string ItemText(const ChangeItem& item, double frameRate) {
+std::string ItemText(const ChangeItem& item, const Document& m) {
     const std::string event = "Event " + std::to_string(item.event);
-    const std::string fps = std::to_string(int(frameRate)) + " fps";
+    const std::string fps = std::to_string(int(m.frameRate)) + " fps";
     switch (item.kind) {
     case ChangeKind::KeyOutPoint:
         return event + ": key of length zero given the length of the line before, record out " + item.before +
                " became " + item.after;
     case ChangeKind::ClipChain:
-        return item.before + ": " + std::to_string(item.rows.size()) + " lines of one source clip (events " +
-               Numbers(item.events, 0) + " on lines " + Numbers(item.rows, 1) + "), source " + item.after;
+        return item.before + ": " + std::to_string(ChainLength(item, m)) + " lines of one source clip (events " +
+               ChainRows(item, m, true) + " on lines " + ChainRows(item, m, false) + "), source " + item.after;
     case ChangeKind::FreezeFrameRemoved:
         return event + ": freeze frame removed (speed " + item.before + ")";
     case ChangeKind::SpeedChangeRemoved:
@@ -79,7 +94,8 @@ std::string ItemText(const ChangeItem& item, double frameRate) {
     case ChangeKind::KeyToDissolve:
         return event + ": key " + item.before + " made a dissolve";
     case ChangeKind::ReelRenamed:
-        return event + ": reel " + item.before + " became " + item.after;
+        return event + ": reel " + std::string(Trim(m.readOrigReelNames.Get(item.row))) + " became " +
+               std::string(Trim(m.cleanClipReelName.Get(item.row)));
     case ChangeKind::TitleApplied:
         return "Title " + Quoted(item.before) + " became " + Quoted(item.after);
     case ChangeKind::MovieApplied:

@@ -54,16 +54,20 @@ struct ChangeItem {
     ChangeKind kind = ChangeKind::KeyOutPoint;
     int32_t row = -1;    // the row of the list as read (line - 1); -1: the list as a whole
     int32_t event = -1;  // the event number as read; -1: none
-    int32_t number = 0;  // a count or a frame number, by kind
+    int32_t number = 0;  // by kind: a count, another event, where a chain's rows start
     std::string before;  // by kind: the old text, the speed, the wipe code
     std::string after;   // by kind: the new text, the length
-    std::vector<int32_t> rows;    // a clip chain's rows
-    std::vector<int32_t> events;  // and their event numbers
 };
 
 struct Report {
     std::array<std::vector<ChangeItem>, size_t(ReportSection::Count)> sections;
     int32_t singleLineChains = 0;  // clip chains of one line: counted, not listed
+    // The rows of the listed clip chains, chain after chain: a chain's item holds where its
+    // rows start (number) and the row after its last one starts the next.
+    std::vector<int32_t> chainRows;
+    // The event rows the mirror list gave a generated reel (row, event): both names stand in
+    // the tables, so a row is all such an item needs.
+    std::vector<std::pair<int32_t, int32_t>> renamedReels;
     // Where the writer put each event row in the new list: (row, byte offset).
     std::vector<std::pair<uint32_t, uint32_t>> written;
 
@@ -72,6 +76,8 @@ struct Report {
     void Clear() {
         for (auto& s : sections) s.clear();
         singleLineChains = 0;
+        chainRows.clear();
+        renamedReels.clear();
         written.clear();
     }
 };
@@ -83,7 +89,10 @@ std::string_view KindHeading(ChangeKind kind);
 Severity KindSeverity(ChangeKind kind);
 std::string_view SeverityName(Severity severity);
 
-// The sentence of an item, at the list's frame rate (for the timecodes it names).
-std::string ItemText(const ChangeItem& item, double frameRate);
+struct Document;
+
+// The sentence of an item of the document's report. An item of a kind that happens on many
+// rows keeps only its row, and its texts are read from the document here.
+std::string ItemText(const ChangeItem& item, const Document& m);
 
 }  // namespace vornelt

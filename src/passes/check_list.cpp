@@ -50,8 +50,8 @@ struct TrackEnd {
 
 void CheckList(Document& m, LooksLike encoding, Platform& platform) {
     std::vector<ChangeItem>& report = m.report.Section(ReportSection::Load);
-    if (encoding == LooksLike::Utf8) report.push_back({ChangeKind::LooksLikeUtf8, -1, -1, 0, {}, {}, {}, {}});
-    if (encoding == LooksLike::Utf16) report.push_back({ChangeKind::LooksLikeUtf16, -1, -1, 0, {}, {}, {}, {}});
+    if (encoding == LooksLike::Utf8) report.push_back({ChangeKind::LooksLikeUtf8, -1, -1, 0, {}, {}});
+    if (encoding == LooksLike::Utf16) report.push_back({ChangeKind::LooksLikeUtf16, -1, -1, 0, {}, {}});
 
     const int fps = int(m.frameRate);
     const size_t reelWidth = m.IsGrassValley ? 6 : 8;
@@ -65,15 +65,15 @@ void CheckList(Document& m, LooksLike encoding, Platform& platform) {
         const std::string_view line = m.readOrigCompleteLine(i);
         const int32_t row = int32_t(i);
         if (const std::string missing = CharactersNotInMacRoman(line); !missing.empty())
-            report.push_back({ChangeKind::NotMacRoman, row, m.readOrigEventNumberInt[i], 0, missing, {}, {}, {}});
+            report.push_back({ChangeKind::NotMacRoman, row, m.readOrigEventNumberInt[i], 0, missing, {}});
 
         if (m.readOrigEventNumberStr(i).empty()) {
             if (StartsWithCI(line, "FCM:") && InStr(line, "DROP") > 0 && InStr(line, "NON") == 0 && fps != 30)
-                report.push_back({ChangeKind::DropFrameAtRate, row, -1, 0, std::string(Trim(Mid(line, 5))), {}, {}, {}});
+                report.push_back({ChangeKind::DropFrameAtRate, row, -1, 0, std::string(Trim(Mid(line, 5))), {}});
             // A GVG list's first line with text is its title.
             const bool gvgTitle = m.IsGrassValley && row + 1 == m.indexStart;
             if (!IsKnownNote(line) && !gvgTitle)
-                report.push_back({ChangeKind::UnknownLine, row, -1, 0, std::string(Left(line, 60)), {}, {}, {}});
+                report.push_back({ChangeKind::UnknownLine, row, -1, 0, std::string(Left(line, 60)), {}});
             continue;
         }
 
@@ -81,18 +81,18 @@ void CheckList(Document& m, LooksLike encoding, Platform& platform) {
         for (const TextColumn* tc : {&m.readOrigSourceInTC, &m.readOrigSourceOutTC, &m.readOrigRecInTC, &m.readOrigRecOutTC}) {
             const std::string_view code = tc->Get(int64_t(i));
             if (std::string why = WhyImpossible(code, fps); !why.empty()) {
-                report.push_back({ChangeKind::ImpossibleTimecode, row, event, 0, std::string(code), std::move(why), {}, {}});
+                report.push_back({ChangeKind::ImpossibleTimecode, row, event, 0, std::string(code), std::move(why)});
                 break;
             }
         }
         const int32_t sourceIn = m.readOrigSourceInFrame[i], sourceOut = m.readOrigSourceOutFrame[i];
         if (sourceOut < sourceIn)
             report.push_back({ChangeKind::SourceOutBeforeIn, row, event, 0, std::string(m.readOrigSourceInTC(i)),
-                              std::string(m.readOrigSourceOutTC(i)), {}, {}});
+                              std::string(m.readOrigSourceOutTC(i))});
         const int32_t recordIn = m.readOrigRecInFrame[i], recordOut = m.readOrigRecOutFrame[i];
         if (recordOut < recordIn)
             report.push_back({ChangeKind::RecordBackwards, row, event, 0, std::string(m.readOrigRecInTC(i)),
-                              std::string(m.readOrigRecOutTC(i)), {}, {}});
+                              std::string(m.readOrigRecOutTC(i))});
 
         // The rows of one event (a transition's two lines, a key's) may share their time.
         std::string track = Uppercase(m.readOrigMode(i));
@@ -102,7 +102,7 @@ void CheckList(Document& m, LooksLike encoding, Platform& platform) {
         } else {
             if (end->event != event && recordIn < end->recordOut)
                 report.push_back({ChangeKind::RecordOverlap, row, event, end->event, std::string(m.readOrigRecInTC(i)),
-                                  end->track, {}, {}});
+                                  end->track});
             if (end->event != event || recordOut > end->recordOut) end->recordOut = recordOut;
             end->event = event;
         }
@@ -111,7 +111,7 @@ void CheckList(Document& m, LooksLike encoding, Platform& platform) {
         if (size_t(Len(reel)) > reelWidth && std::find(longReels.begin(), longReels.end(), reel) == longReels.end()) {
             longReels.emplace_back(reel);
             report.push_back({ChangeKind::ReelTooLong, row, event, int32_t(Len(reel)), std::string(reel),
-                              std::to_string(reelWidth) + (m.IsGrassValley ? " (GVG)" : " (CMX)"), {}, {}});
+                              std::to_string(reelWidth) + (m.IsGrassValley ? " (GVG)" : " (CMX)")});
         }
     }
 }

@@ -176,39 +176,41 @@ namespace {
 void RecordClipChains(Document& m, const std::vector<int32_t>& chain, const std::vector<std::string>& names) {
     std::vector<int32_t> lines(names.size(), 0);
     for (const int32_t c : chain) ++lines[size_t(c)];
-    std::vector<int32_t> itemOf(names.size(), -1);
+    // Each listed chain gets its place in chainRows: its rows, then -1.
+    std::vector<int32_t> itemOf(names.size(), -1), next(names.size(), 0);
+    std::vector<int32_t> firstIn(names.size(), INT32_MAX), lastOut(names.size(), INT32_MIN);
     std::vector<ChangeItem>& report = m.report.Section(ReportSection::Load);
+    std::vector<int32_t>& rows = m.report.chainRows;
     for (size_t c = 1; c < names.size(); ++c) {
         if (lines[c] == 1) ++m.report.singleLineChains;
         if (lines[c] < 2) continue;
         itemOf[c] = int32_t(report.size());
+        next[c] = int32_t(rows.size());
         ChangeItem& item = report.emplace_back();
         item.kind = ChangeKind::ClipChain;
-        item.before = std::string(Trim(names[c]));
-        item.number = INT32_MAX;  // lowest source in, while the rows come
-        item.rows.reserve(size_t(lines[c]));
-        item.events.reserve(size_t(lines[c]));
+        item.number = int32_t(rows.size());
+        rows.resize(rows.size() + size_t(lines[c]), -1);
+        rows.push_back(-1);
     }
-    std::vector<int32_t> lastOut(names.size(), INT32_MIN);
     for (size_t i = 0; i < chain.size(); ++i) {
-        const int32_t c = chain[i];
-        if (c == 0 || itemOf[size_t(c)] < 0) continue;
-        ChangeItem& item = report[size_t(itemOf[size_t(c)])];
-        if (item.rows.empty()) {
+        const size_t c = size_t(chain[i]);
+        if (c == 0 || itemOf[c] < 0) continue;
+        ChangeItem& item = report[size_t(itemOf[c])];
+        if (item.row < 0) {
             item.row = int32_t(i);
             item.event = m.copyEventNumberInt[i];
         }
-        item.rows.push_back(int32_t(i));
-        item.events.push_back(m.copyEventNumberInt[i]);
-        item.number = std::min(item.number, m.copySourceInFrame[i]);
-        lastOut[size_t(c)] = std::max(lastOut[size_t(c)], m.copySourceOutFrame[i]);
+        rows[size_t(next[c]++)] = int32_t(i);
+        firstIn[c] = std::min(firstIn[c], m.copySourceInFrame[i]);
+        lastOut[c] = std::max(lastOut[c], m.copySourceOutFrame[i]);
     }
     std::string (*toTimecode)(int32_t) =
         m.frameRate == 24.0 ? Frames24_to_TC : m.frameRate == 30.0 ? Frames30NonDrop_to_TC : Frames25_to_TC;
     for (size_t c = 1; c < names.size(); ++c)
         if (itemOf[c] >= 0) {
             ChangeItem& item = report[size_t(itemOf[c])];
-            item.after = toTimecode(item.number) + " to " + toTimecode(lastOut[c]);
+            item.before = std::string(Trim(names[c]));
+            item.after = toTimecode(firstIn[c]) + " to " + toTimecode(lastOut[c]);
         }
 }
 

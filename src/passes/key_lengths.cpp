@@ -55,8 +55,7 @@ void CheckBSpurClipLenghts(Document& m, Platform& platform) {
             m.copyRecOutTC.set(i, toTimecode(m.copyRecOutFrame[i]));
         }
         report.push_back({ChangeKind::KeyOutPoint, int32_t(i), m.copyEventNumberInt[i], d,
-                          std::string(m.readOrigRecOutTC.Get(int64_t(i))), std::string(m.copyRecOutTC.Get(int64_t(i))),
-                          {}, {}});
+                          std::string(m.readOrigRecOutTC.Get(int64_t(i))), std::string(m.copyRecOutTC.Get(int64_t(i)))});
     }
 }
 

@@ -58,13 +58,13 @@ void AllAudioOnOff(Document& m, Platform& platform) {
         } else if (video && audio) {
             m.copyMode.set(i, "V");
             m.displayThisAudioEventLine[i] = true;
-            report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), "V", {}, {}});
+            report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), "V"});
         } else if (!video) {
             // Whatever holds no "V" counts as audio, "B" and "NONE" as well.
             m.copyMode.set(i, mode);
             m.displayThisAudioEventLine[i] = false;
             if (!mode.empty())
-                report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), {}, {}, {}});
+                report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), {}});
         }
     }
 }
@@ -88,7 +88,7 @@ void AllKeysOnOff(Document& m, Platform& platform) {
             m.copyTrans.set(i, trans);
             m.displayThisKeyEventLine[i] = false;
             report.push_back({ChangeKind::KeyTrackLeftOut, int32_t(i), EventOf(m, i), 0,
-                              std::string(trans) + (m.readOrigIsBTrack.Get(int64_t(i)).empty() ? "" : " B"), {}, {}, {}});
+                              std::string(trans) + (m.readOrigIsBTrack.Get(int64_t(i)).empty() ? "" : " B"), {}});
         }
     }
 }
@@ -111,7 +111,7 @@ void EffectsToDissolve(Document& m, Platform& platform, bool toDissolve, ChangeK
         m.copyTrans.set(i, toDissolve ? std::string_view("D") : trans);
         if (toDissolve)
             report.push_back({kind, int32_t(i), EventOf(m, i), 0, std::string(trans),
-                              std::string(m.readOrigTransDur.Get(int64_t(i))), {}, {}});
+                              std::string(m.readOrigTransDur.Get(int64_t(i)))});
     }
 }
 

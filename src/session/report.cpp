@@ -7,25 +7,27 @@ namespace vornelt {
 
 ReportView ViewReport(const Document& m) {
     ReportView view;
-    view.frameRate = m.frameRate;
+    view.document = &m;
     view.oneLineChains = m.report.singleLineChains;
     size_t total = 0;
     for (const auto& section : m.report.sections) total += section.size();
     view.entries.reserve(total);
     for (const auto& section : m.report.sections)
-        for (const ChangeItem& item : section) view.entries.push_back({&item, 0});
+        for (const ChangeItem& item : section) view.entries.push_back({item.kind, item.row, item.event, 0, &item});
+    for (const auto& [row, event] : m.report.renamedReels)
+        view.entries.push_back({ChangeKind::ReelRenamed, row, event, 0, nullptr});
     std::stable_sort(view.entries.begin(), view.entries.end(), [](const ReportEntry& a, const ReportEntry& b) {
-        if (a.item->kind != b.item->kind) return a.item->kind < b.item->kind;
-        return a.item->row < b.item->row;
+        if (a.kind != b.kind) return a.kind < b.kind;
+        return a.row < b.row;
     });
-    for (const ReportEntry& e : view.entries) ++view.counts[size_t(e.item->kind)];
+    for (const ReportEntry& e : view.entries) ++view.counts[size_t(e.kind)];
 
     // The line of each row in the new list: the writer's byte offsets, counted in lines in
     // one walk through the list.
     const auto& written = m.report.written;  // in row order
     std::vector<std::pair<uint32_t, uint32_t>> wanted;  // (offset, entry)
     for (size_t k = 0; k < view.entries.size(); ++k) {
-        const ChangeItem& item = *view.entries[k].item;
+        const ReportEntry& item = view.entries[k];
         if (item.kind == ChangeKind::TitleApplied) {
             view.entries[k].lineWritten = 1;
         } else if (item.kind == ChangeKind::CommentBeforeFirstEvent) {
@@ -67,12 +69,15 @@ ConvertReport MakeConvertReport(const ReportView& view, const Document& m) {
                                  std::string(KindHeading(kind)), view.counts[k]});
     }
     report.items.reserve(view.entries.size());
-    for (const ReportEntry& e : view.entries) {
-        const ChangeItem& item = *e.item;
-        report.items.push_back({std::string(KindName(item.kind)), std::string(SeverityName(KindSeverity(item.kind))),
-                                item.event, item.row + 1, e.lineWritten, ItemText(item, view.frameRate)});
-    }
+    for (const ReportEntry& e : view.entries)
+        report.items.push_back({std::string(KindName(e.kind)), std::string(SeverityName(KindSeverity(e.kind))), e.event,
+                                e.row + 1, e.lineWritten, EntryText(e, m)});
     return report;
+}
+
+std::string EntryText(const ReportEntry& e, const Document& m) {
+    if (e.item) return ItemText(*e.item, m);
+    return ItemText(ChangeItem{e.kind, e.row, e.event, 0, {}, {}}, m);
 }
 
 namespace {

@@ -249,6 +249,7 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
     // 3. The rows. Rows 0 and 1 hold the title and FCM lines and are never visited.
     std::vector<ChangeItem>& report = m.report.Section(ReportSection::Writer);
     report.clear();
+    m.report.renamedReels.clear();
     bool firstEvent = true;
     int32_t masterReelEvents = 0;
     CommentBlock block(m.myAbsMovieName);
@@ -276,7 +277,7 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
                             report.push_back({ChangeKind::CommentBeforeFirstEvent, int32_t(i), current, 0,
                                               i == 2 ? "stands right behind the header"
                                                      : "is numbered " + std::to_string(current) + ", not 1",
-                                              {}, {}, {}});
+                                              {}});
                         if (duration.empty()) block.PrependFrom();
                         out.append(SortCommentLine(block.Text())).push_back(kCR);
                         block.Clear();
@@ -286,11 +287,8 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
                 if (o.mirror) {
                     if (!m.newReelName.empty()) {
                         ++masterReelEvents;
-                    } else if (const std::string_view read = Trim(m.copyReelNames.Get(i)),
-                               written = Trim(ReelField(m, o, i));
-                               read != written) {
-                        report.push_back({ChangeKind::ReelRenamed, int32_t(i), current, 0, std::string(read),
-                                          std::string(written), {}, {}});
+                    } else if (Trim(m.copyReelNames.Get(i)) != Trim(ReelField(m, o, i))) {
+                        m.report.renamedReels.emplace_back(int32_t(i), current);
                     }
                 }
                 const size_t start = out.size();
@@ -306,7 +304,7 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
             } else if (BeginsCI(line, "M2") || BeginsCI(line, "PEG A") || BeginsCI(line, "PEG B")) {
                 report.push_back({At(m.readOrigM2, i) == 0.0 ? ChangeKind::FreezeFrameRemoved
                                                               : ChangeKind::SpeedChangeRemoved,
-                                  int32_t(i), current, 0, std::string(m.readOrigM2Str.Get(i)), {}, {}, {}});
+                                  int32_t(i), current, 0, std::string(m.readOrigM2Str.Get(i)), {}});
             }
         }
         previous = current;
@@ -326,13 +324,13 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
     {
         const std::string_view read = m.IsGrassValley ? Trim(m.ZeileEins) : Trim(Mid(m.ZeileEins, 7));
         if (read != m.newSeqTitle)
-            report.push_back({ChangeKind::TitleApplied, -1, -1, 0, std::string(read), m.newSeqTitle, {}, {}});
+            report.push_back({ChangeKind::TitleApplied, -1, -1, 0, std::string(read), m.newSeqTitle});
     }
     if (o.comments && !m.myAbsMovieName.empty())
-        report.push_back({ChangeKind::MovieApplied, -1, -1, 0, {}, m.myAbsMovieName, {}, {}});
+        report.push_back({ChangeKind::MovieApplied, -1, -1, 0, {}, m.myAbsMovieName});
     if (masterReelEvents > 0)
         report.push_back(
-            {ChangeKind::MasterReelApplied, -1, -1, masterReelEvents, {}, std::string(Trim(m.newReelName)), {}, {}});
+            {ChangeKind::MasterReelApplied, -1, -1, masterReelEvents, {}, std::string(Trim(m.newReelName))});
 
     // 5. The list and the text area share one buffer, and the generated lines of the
     // working copy are pieces of it.

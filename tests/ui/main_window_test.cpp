@@ -260,10 +260,10 @@ private slots:
         for (int g = 0; g < model.rowCount(); ++g) {
             const QModelIndex item = model.index(0, 0, model.index(g, 0));
             const ReportEntry* entry = model.entry(item);
-            if (!entry || entry->item->kind != ChangeKind::WipeToDissolve) continue;
+            if (!entry || entry->kind != ChangeKind::WipeToDissolve) continue;
             report->tree()->expandAll();
             report->tree()->setCurrentIndex(item);
-            const QString read = QString::fromUtf8(f.document().readOrigCompleteLine.Get(entry->item->row));
+            const QString read = QString::fromUtf8(f.document().readOrigCompleteLine.Get(entry->row));
             QVERIFY2(report->asRead()->toPlainText().contains(read), qPrintable(report->asRead()->toPlainText()));
             QVERIFY(report->asWritten()->toPlainText().contains(QStringLiteral(" D ")));
             QVERIFY(view.EditField1()->hasSelection());

@@ -21,7 +21,7 @@ namespace {
 constexpr int kMostLines = 30;
 
 QString Where(const ReportEntry& e) {
-    QString where = e.item->row >= 0 ? QStringLiteral("line %1").arg(e.item->row + 1) : QStringLiteral("list");
+    QString where = e.row >= 0 ? QStringLiteral("line %1").arg(e.row + 1) : QStringLiteral("list");
     if (e.lineWritten > 0) where += QStringLiteral(" \u2192 %1").arg(e.lineWritten);
     return where;
 }
@@ -33,9 +33,9 @@ void ReportModel::setView(ReportView view) {
     view_ = std::move(view);
     groups_.clear();
     for (size_t k = 0; k < view_.entries.size();) {
-        const ChangeKind kind = view_.entries[k].item->kind;
+        const ChangeKind kind = view_.entries[k].kind;
         const size_t first = k;
-        while (k < view_.entries.size() && view_.entries[k].item->kind == kind) ++k;
+        while (k < view_.entries.size() && view_.entries[k].kind == kind) ++k;
         groups_.push_back({kind, first, int(k - first)});
     }
     endResetModel();
@@ -85,7 +85,7 @@ QVariant ReportModel::data(const QModelIndex& index, int role) const {
     }
     const ReportEntry& e = *entry(index);
     if (role == Qt::DisplayRole)
-        return Where(e) + QStringLiteral("   ") + QString::fromStdString(ItemText(*e.item, view_.frameRate));
+        return Where(e) + QStringLiteral("   ") + QString::fromStdString(EntryText(e, *view_.document));
     return {};
 }
 
@@ -153,18 +153,18 @@ void WhatChangedView::Selected(const QModelIndex& index) {
     const ReportEntry* e = model_->entry(index);
     asRead_->clear();
     asWritten_->clear();
-    if (!e || e->item->row < 0) return;
+    if (!e || e->row < 0) return;
     const Document& m = shell_.desktop().session.document;
-    const int32_t row = e->item->row;
+    const int32_t row = e->row;
     const auto event = [&](int32_t r) {
         return size_t(r) < m.readOrigEventNumberInt.size() ? m.readOrigEventNumberInt[size_t(r)] : -1;
     };
     // The rows of the event, with the notes that follow it.
     int32_t a = row, b = row;
     const int32_t last = int32_t(m.readOrigCompleteLine.size()) - 1;
-    if (e->item->event >= 0) {
-        while (a > 0 && event(a - 1) == e->item->event && row - a < kMostLines) --a;
-        while (b < last && (event(b + 1) == e->item->event || event(b + 1) < 0) && b - a < kMostLines) ++b;
+    if (e->event >= 0) {
+        while (a > 0 && event(a - 1) == e->event && row - a < kMostLines) --a;
+        while (b < last && (event(b + 1) == e->event || event(b + 1) < 0) && b - a < kMostLines) ++b;
     }
     QString read;
     for (int32_t r = a; r <= b; ++r)
