@@ -1,7 +1,10 @@
 #include "document/report.hpp"
 
 #include "document/document.hpp"
+#include "document/timecode.hpp"
 #include "text/text.hpp"
+
+#include <algorithm>
 
 
 namespace vornelt {
@@ -48,6 +51,20 @@ int32_t ChainLength(const ChangeItem& item, const Document& m) {
     return n;
 }
 
+// The source a chain covers: its lowest source in to its highest source out.
+std::string ChainSource(const ChangeItem& item, const Document& m) {
+    const std::vector<int32_t>& rows = m.report.chainRows;
+    int32_t in = INT32_MAX, out = INT32_MIN;
+    for (size_t k = size_t(item.number); k < rows.size() && rows[k] >= 0; ++k) {
+        const size_t row = size_t(rows[k]);
+        if (row < m.copySourceInFrame.size()) in = std::min(in, m.copySourceInFrame[row]);
+        if (row < m.copySourceOutFrame.size()) out = std::max(out, m.copySourceOutFrame[row]);
+    }
+    std::string (*toTimecode)(int32_t) =
+        m.frameRate == 24.0 ? Frames24_to_TC : m.frameRate == 30.0 ? Frames30NonDrop_to_TC : Frames25_to_TC;
+    return toTimecode(in) + " to " + toTimecode(out);
+}
+
 // The chain's event numbers, or its lines.
 std::string ChainRows(const ChangeItem& item, const Document& m, bool events) {
     const std::vector<int32_t>& rows = m.report.chainRows;
@@ -78,8 +95,9 @@ std::string ItemText(const ChangeItem& item, const Document& m) {
         return event + ": key of length zero given the length of the line before, record out " + item.before +
                " became " + item.after;
     case ChangeKind::ClipChain:
-        return item.before + ": " + std::to_string(ChainLength(item, m)) + " lines of one source clip (events " +
-               ChainRows(item, m, true) + " on lines " + ChainRows(item, m, false) + "), source " + item.after;
+        return std::string(Trim(m.cleanClipReelName.Get(item.row))) + ": " + std::to_string(ChainLength(item, m)) +
+               " lines of one source clip (events " + ChainRows(item, m, true) + " on lines " +
+               ChainRows(item, m, false) + "), source " + ChainSource(item, m);
     case ChangeKind::FreezeFrameRemoved:
         return event + ": freeze frame removed (speed " + item.before + ")";
     case ChangeKind::SpeedChangeRemoved:

@@ -20,7 +20,15 @@ int Digits2(std::string_view tc, size_t at) {
     return (a - '0') * 10 + (b - '0');
 }
 
-// Why a timecode of the list cannot exist at `fps` frames per second; empty when it can.
+// A timecode that can exist at `fps` frames per second: the one test made on every timecode.
+bool CanExist(std::string_view tc, int fps) {
+    if (tc.size() != 11) return false;
+    const int minutes = Digits2(tc, 3), seconds = Digits2(tc, 6), frames = Digits2(tc, 9);
+    return Digits2(tc, 0) >= 0 && minutes >= 0 && minutes < 60 && seconds >= 0 && seconds < 60 && frames >= 0 &&
+           frames < fps;
+}
+
+// Why a timecode of the list cannot exist at `fps` frames per second.
 std::string WhyImpossible(std::string_view tc, int fps) {
     if (tc.size() != 11) return "not HH:MM:SS:FF";
     const int hours = Digits2(tc, 0), minutes = Digits2(tc, 3), seconds = Digits2(tc, 6), frames = Digits2(tc, 9);
@@ -41,7 +49,7 @@ bool IsKnownNote(std::string_view line) {
 }
 
 struct TrackEnd {
-    std::string track;
+    std::string_view track;
     int32_t recordOut;
     int32_t event;
 };
@@ -60,11 +68,13 @@ void CheckList(Document& m, LooksLike encoding, Platform& platform) {
                       m.readOrigRecOutFrame.size(), m.readOrigSourceInFrame.size(), m.readOrigSourceOutFrame.size()});
     std::vector<TrackEnd> tracks;
     std::vector<std::string> longReels;
+    // Every character of an all-ASCII list fits Mac OS Roman.
+    const bool ascii = !m.cmxString || IsAscii(*m.cmxString);
     for (size_t i = 0; i < rows; ++i) {
         platform.Yield();
         const std::string_view line = m.readOrigCompleteLine(i);
         const int32_t row = int32_t(i);
-        if (const std::string missing = CharactersNotInMacRoman(line); !missing.empty())
+        if (const std::string missing = ascii ? std::string() : CharactersNotInMacRoman(line); !missing.empty())
             report.push_back({ChangeKind::NotMacRoman, row, m.readOrigEventNumberInt[i], 0, missing, {}});
 
         if (m.readOrigEventNumberStr(i).empty()) {
@@ -80,8 +90,8 @@ void CheckList(Document& m, LooksLike encoding, Platform& platform) {
         const int32_t event = m.readOrigEventNumberInt[i];
         for (const TextColumn* tc : {&m.readOrigSourceInTC, &m.readOrigSourceOutTC, &m.readOrigRecInTC, &m.readOrigRecOutTC}) {
             const std::string_view code = tc->Get(int64_t(i));
-            if (std::string why = WhyImpossible(code, fps); !why.empty()) {
-                report.push_back({ChangeKind::ImpossibleTimecode, row, event, 0, std::string(code), std::move(why)});
+            if (!CanExist(code, fps)) {
+                report.push_back({ChangeKind::ImpossibleTimecode, row, event, 0, std::string(code), WhyImpossible(code, fps)});
                 break;
             }
         }
@@ -95,14 +105,14 @@ void CheckList(Document& m, LooksLike encoding, Platform& platform) {
                               std::string(m.readOrigRecOutTC(i))});
 
         // The rows of one event (a transition's two lines, a key's) may share their time.
-        std::string track = Uppercase(m.readOrigMode(i));
-        auto end = std::find_if(tracks.begin(), tracks.end(), [&](const TrackEnd& t) { return t.track == track; });
+        const std::string_view track = m.readOrigMode(i);
+        auto end = std::find_if(tracks.begin(), tracks.end(), [&](const TrackEnd& t) { return EqualsCI(t.track, track); });
         if (end == tracks.end()) {
-            tracks.push_back({std::move(track), recordOut, event});
+            tracks.push_back({track, recordOut, event});
         } else {
             if (end->event != event && recordIn < end->recordOut)
                 report.push_back({ChangeKind::RecordOverlap, row, event, end->event, std::string(m.readOrigRecInTC(i)),
-                                  end->track});
+                                  std::string(end->track)});
             if (end->event != event || recordOut > end->recordOut) end->recordOut = recordOut;
             end->event = event;
         }

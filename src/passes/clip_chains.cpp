@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <string>
 
-#include "document/timecode.hpp"
 #include "text/text.hpp"
 #include "vocabulary/vocabulary.hpp"
 #include "passes/passes.hpp"
@@ -171,14 +170,13 @@ std::vector<int32_t> NumberClipChains(size_t rows, std::span<const int32_t> even
 
 namespace {
 
-// The chains of two lines or more, each with its rows, events and the source it covers;
-// the chains of one line are counted.
+// The chains of two lines or more, each with its rows (its name, events and source stand in
+// the tables); the chains of one line are counted.
 void RecordClipChains(Document& m, const std::vector<int32_t>& chain, const std::vector<std::string>& names) {
     std::vector<int32_t> lines(names.size(), 0);
     for (const int32_t c : chain) ++lines[size_t(c)];
     // Each listed chain gets its place in chainRows: its rows, then -1.
     std::vector<int32_t> itemOf(names.size(), -1), next(names.size(), 0);
-    std::vector<int32_t> firstIn(names.size(), INT32_MAX), lastOut(names.size(), INT32_MIN);
     std::vector<ChangeItem>& report = m.report.Section(ReportSection::Load);
     std::vector<int32_t>& rows = m.report.chainRows;
     for (size_t c = 1; c < names.size(); ++c) {
@@ -201,17 +199,7 @@ void RecordClipChains(Document& m, const std::vector<int32_t>& chain, const std:
             item.event = m.copyEventNumberInt[i];
         }
         rows[size_t(next[c]++)] = int32_t(i);
-        firstIn[c] = std::min(firstIn[c], m.copySourceInFrame[i]);
-        lastOut[c] = std::max(lastOut[c], m.copySourceOutFrame[i]);
     }
-    std::string (*toTimecode)(int32_t) =
-        m.frameRate == 24.0 ? Frames24_to_TC : m.frameRate == 30.0 ? Frames30NonDrop_to_TC : Frames25_to_TC;
-    for (size_t c = 1; c < names.size(); ++c)
-        if (itemOf[c] >= 0) {
-            ChangeItem& item = report[size_t(itemOf[c])];
-            item.before = std::string(Trim(names[c]));
-            item.after = toTimecode(firstIn[c]) + " to " + toTimecode(lastOut[c]);
-        }
 }
 
 }  // namespace

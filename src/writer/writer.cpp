@@ -77,16 +77,6 @@ struct RunOptions {
     int wipeTable;  // the row of the wipe-names popup: 0 Final Cut Pro, 1 SMPTE
 };
 
-// The reel of an event row as written.
-std::string_view ReelField(const Document& m, const RunOptions& o, int64_t i) {
-    const std::string_view reel = m.copyReelNames.Get(i);
-    if (o.mirror) {
-        if (!m.newReelName.empty()) return m.newReelName;
-        if (!IsReservedReel(reel)) return m.cleanClipReelName.Get(i);
-    }
-    return reel;
-}
-
 void AppendEventLine(std::string& out, const Document& m, const RunOptions& o, int64_t i) {
     const std::string_view bTrack = m.copyIsBTrack.Get(i);
 
@@ -99,7 +89,15 @@ void AppendEventLine(std::string& out, const Document& m, const RunOptions& o, i
 
     // Reel: a named master replaces every reel of a mirror list; without a name the
     // generated clip reels replace the real sources and black and auxiliary stay.
-    AppendReelField(out, ReelField(m, o, i), o.grassValley);
+    const std::string_view reel = m.copyReelNames.Get(i);
+    std::string_view field = reel;
+    if (o.mirror) {
+        if (!m.newReelName.empty())
+            field = m.newReelName;
+        else if (!IsReservedReel(reel))
+            field = m.cleanClipReelName.Get(i);
+    }
+    AppendReelField(out, field, o.grassValley);
     out.push_back(' ');
 
     AppendMode(out, m.copyMode.Get(i));
@@ -287,7 +285,8 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
                 if (o.mirror) {
                     if (!m.newReelName.empty()) {
                         ++masterReelEvents;
-                    } else if (Trim(m.copyReelNames.Get(i)) != Trim(ReelField(m, o, i))) {
+                    } else if (const std::string_view reel = m.copyReelNames.Get(i);
+                               !IsReservedReel(reel) && Trim(reel) != Trim(m.cleanClipReelName.Get(i))) {
                         m.report.renamedReels.emplace_back(int32_t(i), current);
                     }
                 }
