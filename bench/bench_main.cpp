@@ -10,6 +10,7 @@
 #include "passes/passes.hpp"
 #include "reader/reader.hpp"
 #include "session/load.hpp"
+#include "session/report.hpp"
 #include "text/encodings.hpp"
 #include "vornelt/convert.hpp"
 #include "writer/writer.hpp"
@@ -137,10 +138,34 @@ BENCHMARK(BM_Click)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 // A whole conversion through the library: the list's bytes in, the saved bytes out.
 void BM_Convert(benchmark::State& state) {
     const std::string& bytes = List(int(state.range(0)));
-    for (auto _ : state) benchmark::DoNotOptimize(Convert(bytes, ConvertOptions{}).bytes.size());
+    ConvertOptions options;
+    options.report = false;
+    for (auto _ : state) benchmark::DoNotOptimize(Convert(bytes, options).bytes.size());
     state.counters["MB"] = double(bytes.size()) / 1e6;
 }
 BENCHMARK(BM_Convert)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// The same with the report made whole, every sentence written (what --report costs).
+void BM_ConvertWithReport(benchmark::State& state) {
+    const std::string& bytes = List(int(state.range(0)));
+    ConvertOptions options;
+    options.report = true;
+    size_t items = 0;
+    for (auto _ : state) items = Convert(bytes, options).report.items.size();
+    state.counters["items"] = double(items);
+}
+BENCHMARK(BM_ConvertWithReport)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// What opening the What Changed window computes: the report in order, with the lines of the
+// new list (the sentences are made only for the rows in sight).
+void BM_ViewReport(benchmark::State& state) {
+    Bench b;
+    b.LoadWhole(List(100000));
+    size_t entries = 0;
+    for (auto _ : state) entries = ViewReport(b.m).entries.size();
+    state.counters["items"] = double(entries);
+}
+BENCHMARK(BM_ViewReport)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace vornelt::bench

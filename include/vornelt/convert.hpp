@@ -31,9 +31,45 @@ struct ConvertOptions {
     std::optional<std::string> title;  // the sequence title (in capitals); none: the list's own
     std::optional<std::string> movie;  // the rendered movie named in the comment lines
     std::optional<std::string> reel;   // the master reel of the mirror list
+    bool report = true;                // fill ConvertResult::report
 };
 
 enum class ListForm { CMX, GVG };
+
+// One thing the conversion changed or found.
+struct ReportItem {
+    std::string kind;      // a stable name: "key-out-point", "wipe-to-dissolve", "impossible-timecode", ...
+    std::string severity;  // "change" or "warning"
+    int event = -1;        // the event number as read; -1: none
+    int lineRead = 0;      // the line in the list as read, from 1; 0: the list as a whole
+    int lineWritten = 0;   // the line in the new list, from 1; 0: not in it
+    std::string text;      // what happened, for an editor to read
+};
+
+// How many items of one kind there are.
+struct ReportCount {
+    std::string kind;
+    std::string severity;
+    std::string heading;  // "Wipes made dissolves"
+    int count = 0;
+};
+
+// What changed: every repair and removal under the options in force, and what the check of
+// the list found. Items stand grouped by kind, in the order of `counts`, each kind in the
+// order of the lines.
+struct ConvertReport {
+    std::vector<ReportItem> items;
+    std::vector<ReportCount> counts;  // the kinds that have items
+    int oneLineChains = 0;            // clip chains of a single line: counted, not listed
+    int fps = 25;
+    ListForm form = ListForm::CMX;
+    int Changes() const noexcept;
+    int Warnings() const noexcept;
+};
+
+// The report as text for an editor, headed by the list's name: the counts first, then the
+// items of each kind.
+std::string FormatReport(const ConvertReport& report, std::string_view name);
 
 enum class ConvertStatus {
     Converted,   // `bytes` holds the list
@@ -49,6 +85,7 @@ struct ConvertResult {
     // reel name, for one).
     std::vector<std::string> messages;
     std::string error;  // with BadOptions or Failed: what went wrong, for a person to read
+    ConvertReport report;  // with Converted, when options.report asked for it
 
     bool ok() const noexcept { return status == ConvertStatus::Converted; }
 };

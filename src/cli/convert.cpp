@@ -1,4 +1,5 @@
 #include "cli/convert.hpp"
+#include "cli/report_json.hpp"
 
 #include <CLI/CLI.hpp>
 
@@ -35,6 +36,9 @@ struct Options {
     std::optional<std::string> output;
     ConvertOptions convert;
     std::string wipeNames = "smpte";
+    std::optional<std::string> report;  // the report's file, "-" for standard output
+    std::string reportFormat = "text";
+    bool dryRun = false;
 };
 
 const std::string kCantRead = "Sorry, Can't read the file.";
@@ -64,6 +68,9 @@ void Configure(CLI::App& app, Options& o) {
     app.add_option("--title", c.title, "Sequence title (folded to capitals)");
     app.add_option("--movie", c.movie, "Name of the rendered movie for the comment lines");
     app.add_option("--reel", c.reel, "Reel name of the mirror list: letters and digits, at most 8 (6 for GVG)");
+    app.add_option("--report", o.report, "Write what changed and what the check found to FILE, '-' for standard output");
+    app.add_option("--report-format", o.reportFormat, "Form of the report [text]")->check(CLI::IsMember({"text", "json"}));
+    app.add_flag("--dry-run", o.dryRun, "Read and report; write no list");
     app.add_option("-j,--jobs", o.jobs, "Lists converted at once [the number of cores]")->check(CLI::Range(1u, 256u));
     app.add_flag("-q,--quiet", o.quiet, "No status line while several lists are converted");
     app.set_version_flag("--version", std::string("vornelt-convert ") + VORNELT_VERSION_STRING);
@@ -96,6 +103,7 @@ struct Outcome {
     std::string messages;  // for standard error, in order
     std::string bytes;     // the list to save; empty when there is none
     bool save = false;
+    std::optional<ConvertReport> report;
 };
 
 // Reads and converts one list: the part that may run beside other lists.
@@ -117,6 +125,8 @@ Outcome ConvertList(const Options& o, const Target& target) {
     if (o.convert.reel && IsReservedReel(*o.convert.reel))
         r.messages = "vornelt-convert: note: " + Uppercase(*o.convert.reel) +
                      " is a reserved reel name; it is used as given\n";
+    if (o.report) r.report = std::move(result.report);
+    if (o.dryRun) return r;
     r.bytes = std::move(result.bytes);
     r.save = true;
     return r;
@@ -167,10 +177,48 @@ private:
     std::chrono::steady_clock::time_point start_;
 };
 
+// The reports of a run, gathered in the order of the inputs and written at its end.
+class ReportSink {
+public:
+    explicit ReportSink(const Options& o) : o_(o) {}
+    void Add(const Target& target, const ConvertReport& report) {
+        const std::string name = FolderItem(target.input).Name();
+        if (o_.reportFormat == "json") {
+            lists_.push_back(ReportJson(report, name));
+        } else {
+            if (!text_.empty()) text_ += "\n";
+            text_ += FormatReport(report, name);
+        }
+    }
+    // The exit status of writing it.
+    int Write(std::ostream& out, std::ostream& err) {
+        if (!o_.report) return 0;
+        std::string bytes = text_;
+        if (o_.reportFormat == "json")
+            bytes = ReportDocument(std::move(lists_)).dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+        if (*o_.report == "-") {
+            out << bytes << std::flush;
+            if (out) return 0;
+        } else if (const int error = SaveFileBytes(*o_.report, bytes); error == 0) {
+            return 0;
+        } else {
+            err << "vornelt-convert: " << *o_.report << ": " << WithCause(kSaveError, error) << "\n";
+            return 1;
+        }
+        err << "vornelt-convert: -: " << kSaveError << "\n";
+        return 1;
+    }
+
+private:
+    const Options& o_;
+    std::string text_;
+    nlohmann::ordered_json lists_ = nlohmann::ordered_json::array();
+};
+
 // Converts the lists on `jobs` threads and writes them, and their messages, in the order of
 // the inputs from this thread alone: the outputs and the exit status are those of one job.
 int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std::ostream& out, std::ostream& err,
-               StatusLine& status) {
+               StatusLine& status, ReportSink& reports) {
     const size_t n = targets.size();
     std::vector<std::optional<Outcome>> outcomes(n);
     std::mutex mutex;
@@ -194,7 +242,7 @@ int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std:
             try {
                 r = ConvertList(o, *targets[k]);
             } catch (const std::exception& e) {  // no memory for this list: the others go on
-                r = Outcome{1, "vornelt-convert: " + targets[k]->input + ": " + e.what() + "\n", {}, false};
+                r = Outcome{1, "vornelt-convert: " + targets[k]->input + ": " + e.what() + "\n", {}, false, {}};
             }
             {
                 std::lock_guard lock(mutex);
@@ -227,6 +275,7 @@ int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std:
             outcomes[k].reset();
         }
         if (!r.messages.empty()) status.Clear();
+        if (r.report) reports.Add(*targets[k], *r.report);
         result = std::max(result, SaveList(*targets[k], r, out, err));
         {
             std::lock_guard lock(mutex);
@@ -276,6 +325,11 @@ int ConvertMain(int argc, const char* const* argv, std::ostream& out, std::ostre
     }
     o.convert.fps = std::stoi(o.fps);
     o.convert.wipeNames = o.wipeNames == "fcp" ? WipeNames::FinalCutPro : WipeNames::Smpte;
+    o.convert.report = o.report.has_value();
+    if (o.report && *o.report == "-" && o.output && *o.output == "-" && !o.dryRun) {
+        err << "vornelt-convert: --report -: standard output holds the list (-o -); name a file, or add --dry-run\n";
+        return 2;
+    }
 
     // The options are checked before any input is read.
     if (const std::string problem = CheckOptions(o.convert); !problem.empty()) {
@@ -285,7 +339,7 @@ int ConvertMain(int argc, const char* const* argv, std::ostream& out, std::ostre
 
     // Where each list goes: -o names a file, standard output ("-"), or a folder (an existing
     // one, or a name that ends in "/"); without -o, beside the input.
-    const bool toStdout = o.output && *o.output == "-";
+    const bool toStdout = (o.output && *o.output == "-") || o.dryRun;
     std::optional<FolderItem> folder;
     if (o.output && !toStdout) {
         const FolderItem given(*o.output);
@@ -343,7 +397,9 @@ int ConvertMain(int argc, const char* const* argv, std::ostream& out, std::ostre
         accepted.push_back(&t);
     }
     StatusLine line(!o.quiet && accepted.size() > 1 && ::isatty(STDERR_FILENO), accepted.size());
-    status = std::max(status, ConvertAll(o, accepted, out, err, line));
+    ReportSink reports(o);
+    status = std::max(status, ConvertAll(o, accepted, out, err, line, reports));
+    status = std::max(status, reports.Write(out, err));
     return status;
 }
 

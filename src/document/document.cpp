@@ -16,6 +16,7 @@ std::vector<TextColumn*> Document::AllTextTables() {
 }
 
 void ResetGlobalVariables_NEU(Document& m, const MainWindowState& w) {
+    m.report.Clear();
     // 1. A new load forgets the saved file and the movie: the next save asks for a name.
     m.mySavedAbsDateiName.clear();
     m.mySavedAbsDateiPfad.clear();

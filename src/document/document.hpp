@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "document/report.hpp"
 #include "platform/folder_item.hpp"
 #include "text/text_column.hpp"
 
@@ -150,6 +151,9 @@ struct Document : ReadTables, UnusedTables, CopyTables, ListValues, OptionFlags,
 
     // Every text table, for work that concerns them all (attaching the document buffer).
     std::vector<TextColumn*> AllTextTables();
+
+    // What the routines changed and found, as they did it.
+    Report report;
 };
 
 struct MainWindowState;

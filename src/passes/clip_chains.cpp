@@ -168,6 +168,42 @@ std::vector<int32_t> NumberClipChains(size_t rows, std::span<const int32_t> even
 
 }  // namespace passes_detail
 
+namespace {
+
+// The chains of two lines or more, each with its rows (its name, events and source stand in
+// the tables); the chains of one line are counted.
+void RecordClipChains(Document& m, const std::vector<int32_t>& chain, const std::vector<std::string>& names) {
+    std::vector<int32_t> lines(names.size(), 0);
+    for (const int32_t c : chain) ++lines[size_t(c)];
+    // Each listed chain gets its place in chainRows: its rows, then -1.
+    std::vector<int32_t> itemOf(names.size(), -1), next(names.size(), 0);
+    std::vector<ChangeItem>& report = m.report.Section(ReportSection::Load);
+    std::vector<int32_t>& rows = m.report.chainRows;
+    for (size_t c = 1; c < names.size(); ++c) {
+        if (lines[c] == 1) ++m.report.singleLineChains;
+        if (lines[c] < 2) continue;
+        itemOf[c] = int32_t(report.size());
+        next[c] = int32_t(rows.size());
+        ChangeItem& item = report.emplace_back();
+        item.kind = ChangeKind::ClipChain;
+        item.number = int32_t(rows.size());
+        rows.resize(rows.size() + size_t(lines[c]), -1);
+        rows.push_back(-1);
+    }
+    for (size_t i = 0; i < chain.size(); ++i) {
+        const size_t c = size_t(chain[i]);
+        if (c == 0 || itemOf[c] < 0) continue;
+        ChangeItem& item = report[size_t(itemOf[c])];
+        if (item.row < 0) {
+            item.row = int32_t(i);
+            item.event = m.copyEventNumberInt[i];
+        }
+        rows[size_t(next[c]++)] = int32_t(i);
+    }
+}
+
+}  // namespace
+
 void CleanEDL_4(Document& m, Platform& platform) {
 
     m.cleanClipReelName.assign_empty(m.copyReelNames.size());
@@ -190,6 +226,7 @@ void CleanEDL_4(Document& m, Platform& platform) {
         }
         platform.Yield();
     }
+    RecordClipChains(m, chain, names);
 }
 
 }  // namespace vornelt

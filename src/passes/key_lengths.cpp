@@ -23,6 +23,7 @@ void CheckBSpurClipLenghts(Document& m, Platform& platform) {
          m.copyEditDurationFrames.size(), m.copySourceInFrame.size(), m.copySourceOutFrame.size(),
          m.copySourceOutTC.size(), m.copyRecInFrame.size(), m.copyRecOutFrame.size(), m.copyRecOutTC.size()});
 
+    std::vector<ChangeItem>& report = m.report.Section(ReportSection::Load);
     for (size_t i = 0; i < rows; ++i) {
         platform.Yield();
         if (m.copyEventNumberInt[i] < 1) continue;
@@ -53,6 +54,8 @@ void CheckBSpurClipLenghts(Document& m, Platform& platform) {
             m.copySourceOutTC.set(i, toTimecode(m.copySourceOutFrame[i]));
             m.copyRecOutTC.set(i, toTimecode(m.copyRecOutFrame[i]));
         }
+        report.push_back({ChangeKind::KeyOutPoint, int32_t(i), m.copyEventNumberInt[i], d,
+                          std::string(m.readOrigRecOutTC.Get(int64_t(i))), std::string(m.copyRecOutTC.Get(int64_t(i)))});
     }
 }
 

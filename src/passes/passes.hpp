@@ -5,6 +5,7 @@
 
 #include "document/document.hpp"
 #include "platform/platform.hpp"
+#include "text/encodings.hpp"
 
 namespace vornelt {
 
@@ -16,6 +17,11 @@ void CopyArrays(Document& m, Platform& platform);
 void CheckBSpurClipLenghts(Document& m, Platform& platform);
 // Names the clip chains (RL0001, ...) in cleanClipReelName.
 void CleanEDL_4(Document& m, Platform& platform);
+
+// Records what in the list as read may not be what its author meant: impossible
+// timecodes, times that run backwards or overlap, lines and characters Vornelt cannot
+// keep, and what the file's bytes look like. Changes nothing.
+void CheckList(Document& m, LooksLike encoding, Platform& platform);
 
 // Keeps or leaves out the audio events, as boolA1234 says.
 void AllAudioOnOff(Document& m, Platform& platform);

@@ -32,12 +32,18 @@ Tracks TracksOf(std::string_view mode) {
     return t;
 }
 
+int32_t EventOf(const Document& m, size_t row) {
+    return row < m.readOrigEventNumberInt.size() ? m.readOrigEventNumberInt[row] : -1;
+}
+
 }  // namespace
 
 void AllAudioOnOff(Document& m, Platform& platform) {
     const size_t rows = passes_detail::RowsWithin(
         m.maxZeilen, {m.readOrigMode.size(), m.copyMode.size(), m.displayThisAudioEventLine.size()});
 
+    std::vector<ChangeItem>& report = m.report.Section(ReportSection::Audio);
+    report.clear();
     for (size_t i = 0; i < rows; ++i) {
         platform.Yield();
         const std::string_view mode = m.readOrigMode(i);
@@ -52,10 +58,13 @@ void AllAudioOnOff(Document& m, Platform& platform) {
         } else if (video && audio) {
             m.copyMode.set(i, "V");
             m.displayThisAudioEventLine[i] = true;
+            report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), "V"});
         } else if (!video) {
             // Whatever holds no "V" counts as audio, "B" and "NONE" as well.
             m.copyMode.set(i, mode);
             m.displayThisAudioEventLine[i] = false;
+            if (!mode.empty())
+                report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), {}});
         }
     }
 }
@@ -64,6 +73,10 @@ void AllKeysOnOff(Document& m, Platform& platform) {
     const size_t rows = passes_detail::RowsWithin(
         m.maxZeilen, {m.readOrigTrans.size(), m.copyTrans.size(), m.displayThisKeyEventLine.size()});
 
+    std::vector<ChangeItem>& report = m.report.Section(ReportSection::Keys);
+    report.clear();
+    // Keys shown as keys: whatever the dissolve pass made of them is undone here.
+    if (m.boolV2) m.report.Section(ReportSection::KeysToDissolve).clear();
     for (size_t i = 0; i < rows; ++i) {
         platform.Yield();
         const std::string_view trans = m.readOrigTrans(i);
@@ -74,6 +87,8 @@ void AllKeysOnOff(Document& m, Platform& platform) {
         } else {
             m.copyTrans.set(i, trans);
             m.displayThisKeyEventLine[i] = false;
+            report.push_back({ChangeKind::KeyTrackLeftOut, int32_t(i), EventOf(m, i), 0,
+                              std::string(trans) + (m.readOrigIsBTrack.Get(int64_t(i)).empty() ? "" : " B"), {}});
         }
     }
 }
@@ -83,25 +98,32 @@ namespace {
 // Rows whose read transition `isEffect` names become dissolves while `toDissolve` holds, and
 // get their read text back otherwise.
 template <typename IsEffect>
-void EffectsToDissolve(Document& m, Platform& platform, bool toDissolve, IsEffect isEffect) {
+void EffectsToDissolve(Document& m, Platform& platform, bool toDissolve, ChangeKind kind, IsEffect isEffect) {
     const size_t rows = passes_detail::RowsWithin(m.maxZeilen, {m.readOrigTrans.size(), m.copyTrans.size()});
 
+    std::vector<ChangeItem>& report = m.report.Section(
+        kind == ChangeKind::WipeToDissolve ? ReportSection::Wipes : ReportSection::KeysToDissolve);
+    report.clear();
     for (size_t i = 0; i < rows; ++i) {
         platform.Yield();
         const std::string_view trans = m.readOrigTrans(i);
-        if (isEffect(trans)) m.copyTrans.set(i, toDissolve ? std::string_view("D") : trans);
+        if (!isEffect(trans)) continue;
+        m.copyTrans.set(i, toDissolve ? std::string_view("D") : trans);
+        if (toDissolve)
+            report.push_back({kind, int32_t(i), EventOf(m, i), 0, std::string(trans),
+                              std::string(m.readOrigTransDur.Get(int64_t(i)))});
     }
 }
 
 }  // namespace
 
 void AllKeysToDissolve(Document& m, Platform& platform) {
-    EffectsToDissolve(m, platform, m.boolKeyToDissolve, [](std::string_view trans) { return StartsWithCI(trans, "K"); });
+    EffectsToDissolve(m, platform, m.boolKeyToDissolve, ChangeKind::KeyToDissolve, [](std::string_view trans) { return StartsWithCI(trans, "K"); });
 }
 
 void AllWipesToDissolve(Document& m, Platform& platform) {
     // A "W" anywhere in the field marks a wipe: "SW" too.
-    EffectsToDissolve(m, platform, m.boolTransToDissolve, [](std::string_view trans) { return Contains(trans, "W"); });
+    EffectsToDissolve(m, platform, m.boolTransToDissolve, ChangeKind::WipeToDissolve, [](std::string_view trans) { return Contains(trans, "W"); });
 }
 
 }  // namespace vornelt

@@ -22,6 +22,8 @@ struct Result {
     std::string form;
     std::vector<std::string> messages;
     std::optional<std::string> path;
+    py::list report;  // one dict per item
+    py::dict counts;  // items per kind
 };
 
 ConvertOptions Options(int fps, bool mirror, bool keys, bool audio, bool removeFreezeFrames, bool removeSpeedChanges,
@@ -89,6 +91,17 @@ Result Run(std::string bytes, const ConvertOptions& o, const std::string& name) 
     result.data = py::bytes(r.bytes);
     result.form = r.form == ListForm::GVG ? "GVG" : "CMX";
     result.messages = std::move(r.messages);
+    for (const ReportItem& item : r.report.items) {
+        py::dict d;
+        d["kind"] = item.kind;
+        d["severity"] = item.severity;
+        d["event"] = item.event >= 0 ? py::object(py::int_(item.event)) : py::object(py::none());
+        d["line_read"] = item.lineRead > 0 ? py::object(py::int_(item.lineRead)) : py::object(py::none());
+        d["line_written"] = item.lineWritten > 0 ? py::object(py::int_(item.lineWritten)) : py::object(py::none());
+        d["text"] = py::str(PyUnicode_DecodeUTF8(item.text.data(), Py_ssize_t(item.text.size()), "replace"));
+        result.report.append(std::move(d));
+    }
+    for (const ReportCount& c : r.report.counts) result.counts[py::str(c.kind)] = c.count;
     return result;
 }
 
@@ -109,6 +122,10 @@ PYBIND11_MODULE(vornelt, m) {
                                "The saved list decoded from Mac OS Roman (str).")
         .def_readonly("form", &Result::form, "The list's form: \"CMX\" or \"GVG\".")
         .def_readonly("messages", &Result::messages, "What the window would have shown, in order.")
+        .def_readonly("report", &Result::report,
+                      "What changed and what the check of the list found: one dict per item, with kind, severity, "
+                      "event, line_read, line_written and text (docs/report-schema.md).")
+        .def_readonly("counts", &Result::counts, "Items per kind.")
         .def_readonly("path", &Result::path, "Where convert_file saved the list; None for convert.")
         .def("__repr__", [](const Result& r) {
             return "<vornelt.Result " + r.form + ", " + std::to_string(py::len(r.data)) + " bytes>";

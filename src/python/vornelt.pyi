@@ -1,7 +1,7 @@
 """Vornelt: edit decision lists (CMX 3600 or GVG) converted as the Vornelt window saves them."""
 
 import os
-from typing import List, Literal, Optional, Union
+from typing import Dict, List, Literal, Optional, Union
 
 __version__: str
 
@@ -16,6 +16,9 @@ class Result:
         """The saved list decoded from Mac OS Roman."""
     form: Literal["CMX", "GVG"]
     messages: List[str]
+    report: List[Dict[str, Union[str, int, None]]]
+    """What changed and what the check of the list found, one dict per item (docs/report-schema.md)."""
+    counts: Dict[str, int]
     path: Optional[str]
 
 def convert(

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "session/load.hpp"
+#include "session/report.hpp"
 #include "text/encodings.hpp"
 #include "text/text.hpp"
 #include "vocabulary/vocabulary.hpp"
@@ -120,6 +121,7 @@ ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_
             }
             FillFields(s, o);
             NewEDL_02(s.document, s.MainWindow(), platform);
+            if (o.report) result.report = MakeConvertReport(ViewReport(s.document), s.document);
 
             list = s.document.finalCMXString;
         }

@@ -44,6 +44,7 @@ void LoadListBytes(Session& s, std::string bytes, const FolderItem& file, bool a
     window.Canvas1.Enabled = false;
     window.Canvas1.Visible = false;
 
+    const LooksLike encoding = GuessEncoding(bytes);
     // Every byte is a character of Windows Latin 1.
     m.cmxString = std::make_shared<std::string>(DecodeWindowsLatin1(std::move(bytes)));
 
@@ -73,6 +74,7 @@ void LoadListBytes(Session& s, std::string bytes, const FolderItem& file, bool a
     CopyArrays(m, s.platform);
     CheckBSpurClipLenghts(m, s.platform);
     CleanEDL_4(m, s.platform);
+    CheckList(m, encoding, s.platform);
     if (render == Render::Now)
         PrepareToDisplay(s);
     else

@@ -129,4 +129,51 @@ void EncodeListForSaving(std::string_view text, const std::function<void(std::st
     }
 }
 
+std::string CharactersNotInMacRoman(std::string_view text) {
+    std::string missing;
+    if (IsAscii(text)) return missing;
+    const MacRomanTable& table = MacRoman();
+    for (size_t i = 0; i < text.size();) {
+        const size_t start = i;
+        const char32_t c = NextChar(text, i);
+        if (c < 0x80 || table.Byte(c) != '?') continue;
+        const std::string_view one = text.substr(start, i - start);
+        if (missing.find(one) == std::string::npos) missing.append(one);
+    }
+    return missing;
+}
+
+LooksLike GuessEncoding(std::string_view bytes) {
+    auto at = [&](size_t i) { return static_cast<unsigned char>(bytes[i]); };
+    if (bytes.size() >= 2 && ((at(0) == 0xFF && at(1) == 0xFE) || (at(0) == 0xFE && at(1) == 0xFF)))
+        return LooksLike::Utf16;
+    if (bytes.size() >= 3 && at(0) == 0xEF && at(1) == 0xBB && at(2) == 0xBF) return LooksLike::Utf8;
+    // UTF-16 text of ASCII letters: NUL in every even or every odd byte of the start.
+    const size_t probe = std::min<size_t>(bytes.size() & ~size_t(1), 512);
+    if (probe >= 8) {
+        size_t evenNul = 0, oddNul = 0;
+        for (size_t i = 0; i < probe; i += 2) {
+            evenNul += at(i) == 0;
+            oddNul += at(i + 1) == 0;
+        }
+        if (evenNul * 10 >= probe / 2 * 9 || oddNul * 10 >= probe / 2 * 9) return LooksLike::Utf16;
+    }
+    if (IsAscii(bytes)) return LooksLike::Latin1;
+    size_t sequences = 0;
+    for (size_t i = 0; i < bytes.size();) {
+        const unsigned char b = at(i);
+        if (b < 0x80) {
+            ++i;
+            continue;
+        }
+        size_t n = b >= 0xC2 && b <= 0xDF ? 1 : b >= 0xE0 && b <= 0xEF ? 2 : b >= 0xF0 && b <= 0xF4 ? 3 : 0;
+        if (n == 0 || i + n >= bytes.size()) return LooksLike::Latin1;
+        for (size_t k = 1; k <= n; ++k)
+            if ((at(i + k) & 0xC0) != 0x80) return LooksLike::Latin1;
+        ++sequences;
+        i += n + 1;
+    }
+    return sequences > 0 ? LooksLike::Utf8 : LooksLike::Latin1;
+}
+
 }  // namespace vornelt

@@ -32,4 +32,14 @@ void AppendListForSaving(std::string& out, std::string_view text);
 void EncodeListForSaving(std::string_view text, const std::function<void(std::string_view)>& write,
                          size_t pieceSize = size_t(1) << 20);
 
+// The characters of `text` that Mac OS Roman cannot hold (saved as "?"), each once, in
+// the order they first stand; empty when every character fits.
+std::string CharactersNotInMacRoman(std::string_view text);
+
+// What the bytes of a file look like besides Windows Latin 1, the form every list is read
+// in: UTF-8 (a byte order mark, or valid sequences of several bytes and no invalid one), or
+// UTF-16 (a byte order mark, or a NUL in every other byte of the first lines).
+enum class LooksLike { Latin1, Utf8, Utf16 };
+LooksLike GuessEncoding(std::string_view bytes);
+
 }  // namespace vornelt

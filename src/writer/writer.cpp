@@ -250,6 +250,11 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
     out.push_back(kCR);
 
     // 3. The rows. Rows 0 and 1 hold the title and FCM lines and are never visited.
+    std::vector<ChangeItem>& report = m.report.Section(ReportSection::Writer);
+    report.clear();
+    m.report.renamedReels.clear();
+    bool firstEvent = true;
+    int32_t masterReelEvents = 0;
     CommentBlock block(m.myAbsMovieName);
     std::vector<TextColumn::Piece> generated;
     generated.reserve(size_t(std::max<int32_t>(m.maxZeilen, 0)));
@@ -271,9 +276,23 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
                     } else {
                         // A new event: the block of the one before goes out, ahead of this
                         // line, with a FROM line unless this row brings its own transition.
+                        if (firstEvent)
+                            report.push_back({ChangeKind::CommentBeforeFirstEvent, int32_t(i), current, 0,
+                                              i == 2 ? "stands right behind the header"
+                                                     : "is numbered " + std::to_string(current) + ", not 1",
+                                              {}});
                         if (duration.empty()) block.PrependFrom();
                         out.append(SortCommentLine(block.Text())).push_back(kCR);
                         block.Clear();
+                    }
+                }
+                firstEvent = false;
+                if (o.mirror) {
+                    if (!m.newReelName.empty()) {
+                        ++masterReelEvents;
+                    } else if (const std::string_view reel = m.copyReelNames.Get(i);
+                               !IsReservedReel(reel) && Trim(reel) != Trim(m.cleanClipReelName.Get(i))) {
+                        m.report.renamedReels.emplace_back(int32_t(i), current);
                     }
                 }
                 const size_t start = out.size();
@@ -286,6 +305,10 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
                 out.push_back(kCR);
             } else if (KeepsNoteRow(line, At(m.readOrigM2, i), o)) {
                 out.append(line).push_back(kCR);
+            } else if (BeginsCI(line, "M2") || BeginsCI(line, "PEG A") || BeginsCI(line, "PEG B")) {
+                report.push_back({At(m.readOrigM2, i) == 0.0 ? ChangeKind::FreezeFrameRemoved
+                                                              : ChangeKind::SpeedChangeRemoved,
+                                  int32_t(i), current, 0, std::string(m.readOrigM2Str.Get(i)), {}});
             }
         }
         previous = current;
@@ -297,6 +320,21 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
         out.append(kFromClipName).append(m.myAbsMovieName).push_back(kCR);
         out.append(block.Text()).push_back(kCR);
     }
+
+    // What this run changed besides the rows.
+    m.report.written.clear();
+    m.report.written.reserve(generated.size());
+    for (const TextColumn::Piece& p : generated) m.report.written.emplace_back(p.row, p.offset);
+    {
+        const std::string_view read = m.IsGrassValley ? Trim(m.ZeileEins) : Trim(Mid(m.ZeileEins, 7));
+        if (read != m.newSeqTitle)
+            report.push_back({ChangeKind::TitleApplied, -1, -1, 0, std::string(read), m.newSeqTitle});
+    }
+    if (o.comments && !m.myAbsMovieName.empty())
+        report.push_back({ChangeKind::MovieApplied, -1, -1, 0, {}, m.myAbsMovieName});
+    if (masterReelEvents > 0)
+        report.push_back(
+            {ChangeKind::MasterReelApplied, -1, -1, masterReelEvents, {}, std::string(Trim(m.newReelName))});
 
     // 5. The list and the text area share one buffer, and the generated lines of the
     // working copy are pieces of it.

@@ -121,8 +121,8 @@ TEST_F(Convert, EdgesOfTheCommandLine) {
     EXPECT_EQ(ConvertMain(2, help, full, err), 1);
 }
 
-// Every real list of the corpus converts under the default options and under each single
-// option turned the other way, without a crash or a hang.
+// Every real list of the corpus converts and is reported on under the default options and
+// under each single option turned the other way, without a crash or a hang.
 TEST_F(Convert, EveryCorpusListUnderEveryOption) {
     const fs::path corpus = fs::path(VORNELT_SHARED_DIR) / "corpus";
     if (!fs::exists(corpus)) GTEST_SKIP() << "no corpus at " << corpus;
@@ -136,10 +136,13 @@ TEST_F(Convert, EveryCorpusListUnderEveryOption) {
         if (entry.path().extension() != ".edl") continue;
         ++lists;
         for (const auto& variant : variants) {
-            std::vector<std::string> args = {entry.path().string(), "--fps", "25", "-o", "-"};
+            const std::string report = (dir_ / "report.json").string();
+            std::vector<std::string> args = {entry.path().string(), "--fps", "25", "-o", "-", "--report", report,
+                                             "--report-format", "json"};
             args.insert(args.end(), variant.begin(), variant.end());
             EXPECT_EQ(Run(args), 0) << entry.path() << " " << err.str();
             EXPECT_NE(out.str().find("\r\n"), std::string::npos);
+            EXPECT_NE(testing::ReadBytes(report).find("\"items\""), std::string::npos) << entry.path();
         }
     }
     EXPECT_GT(lists, 10);

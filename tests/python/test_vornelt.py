@@ -64,6 +64,8 @@ def test_convert_file_saves_as_the_converter(tmp_path):
     named = vornelt.convert_file(str(src), str(tmp_path / "x.edl"), fps=25, reel="BL")
     assert (tmp_path / "x.edl").read_bytes() == converted(src, 25, ["--reel", "BL"])
     assert named.messages == ["BL is a reserved Reel-Name!"]
+    assert named.counts["master-reel-applied"] == 1
+    assert [i for i in named.report if i["kind"] == "title-applied"][0]["line_written"] == 1
 
 
 @pytest.mark.parametrize("options,error", [

@@ -9,6 +9,7 @@
 
 #include "ui/handlers.hpp"
 #include "ui/qt/list_view.hpp"
+#include "ui/qt/what_changed_view.hpp"
 #include "ui_fixture.hpp"
 #include "vornelt/convert.hpp"
 
@@ -234,6 +235,39 @@ private slots:
         f.shell().Dispatch(EditField1_DragExit);
         QTest::keyClicks(view.EditField1(), "z");
         QCOMPARE(view.EditField1()->text(), m.finalCMXString);
+    }
+
+    // "What Changed" stands beside the main window without blocking it and follows every
+    // option click; a selected item shows its event's lines and scrolls the main list there.
+    void whatChangedFollowsTheOptions() {
+        UiFixture f;
+        MainWindowView& view = f.LoadSample("Harbour.edl", true);
+        f.Choose("FileWhatChanged");
+        WhatChangedView* report = f.shell().WhatChanged();
+        QVERIFY(report && report->isVisible() && !report->isModal());
+        const ReportModel& model = *report->model();
+        auto count = [&](ChangeKind kind) { return model.view().counts[size_t(kind)]; };
+        QCOMPARE(count(ChangeKind::WipeToDissolve), 1);
+        const int groups = model.rowCount();
+        QTest::mouseClick(view.Control("Chb_TransToDissolve"), Qt::LeftButton);
+        QCOMPARE(count(ChangeKind::WipeToDissolve), 0);
+        QCOMPARE(model.rowCount(), groups - 1);
+        QTest::mouseClick(view.Control("Chb_TransToDissolve"), Qt::LeftButton);
+        QCOMPARE(count(ChangeKind::WipeToDissolve), 1);
+
+        for (int g = 0; g < model.rowCount(); ++g) {
+            const QModelIndex item = model.index(0, 0, model.index(g, 0));
+            const ReportEntry* entry = model.entry(item);
+            if (!entry || entry->kind != ChangeKind::WipeToDissolve) continue;
+            report->tree()->expandAll();
+            report->tree()->setCurrentIndex(item);
+            const QString read = QString::fromUtf8(f.document().readOrigCompleteLine.Get(entry->row));
+            QVERIFY2(report->asRead()->toPlainText().contains(read), qPrintable(report->asRead()->toPlainText()));
+            QVERIFY(report->asWritten()->toPlainText().contains(QStringLiteral(" D ")));
+            QVERIFY(view.EditField1()->hasSelection());
+            QVERIFY(view.EditField1()->selectedText().contains(QStringLiteral(" D ")));
+        }
+        f.Shoot(report, QStringLiteral("what-changed"));
     }
 
     void closingAndQuittingWithUnsavedChanges() {

@@ -22,6 +22,7 @@
 #include "ui/qt/qt_platform.hpp"
 #include "ui/qt/qt_util.hpp"
 #include "ui/qt/small_windows.hpp"
+#include "ui/qt/what_changed_view.hpp"
 #include "ui/windows.hpp"
 
 namespace vornelt::qt {
@@ -43,6 +44,7 @@ const MenuItem kFileItems[] = {
     {"FileSaveAs", "Save EDL As...", "Ctrl+Shift+S", ":/icons/save-as.svg"},
     {"UntitledSeparator0", "-", nullptr, nullptr},
     {"FileSelectMovie", "Select Movie...", "Ctrl+I", ":/icons/movie.svg"},
+    {"FileWhatChanged", "What Changed...", "Ctrl+R", nullptr},
     {"UntitledSeparator1", "-", nullptr, nullptr},
     {"FileQuit", "Beenden", "Ctrl+Q", nullptr},
 };
@@ -111,6 +113,7 @@ AppShell::~AppShell() {
     delete startUp_;
     delete about_;
     delete globalBar_;
+    delete whatChanged_;
 }
 
 void AppShell::MakeActions() {
@@ -144,6 +147,7 @@ void AppShell::RegisterMenuHandlers() {
     }
     // Quitting has no handler of its own: the main window is asked to close.
     connect(items_["FileQuit"], &QAction::triggered, this, &AppShell::Quit);
+    connect(items_["FileWhatChanged"], &QAction::triggered, this, &AppShell::ShowWhatChanged);
     for (const char* name : {"EditUndo", "EditCut", "EditCopy", "EditPaste", "EditClear", "EditSelectAll"}) {
         const QString n = QString::fromUtf8(name);
         connect(items_[n], &QAction::triggered, this, [this, n] { EditCommand(n); });
@@ -329,8 +333,23 @@ void AppShell::SyncOnce() {
     }
 
     if (progress_) progress_->Mirror();
+    if (whatChanged_) whatChanged_->Refresh();
 
     if (!d.session.MainWindowExists()) CloseView(main_);
+}
+
+void AppShell::ShowWhatChanged() {
+    if (!whatChanged_) {
+        whatChanged_ = new WhatChangedView(*this);
+        // Beside the main window, on its right, where the screen has room.
+        if (main_ && main_->isVisible()) {
+            const QRect frame = main_->frameGeometry();
+            whatChanged_->move(frame.right() + 8, frame.top());
+        }
+    }
+    whatChanged_->Refresh();
+    whatChanged_->show();
+    whatChanged_->raise();
 }
 
 void AppShell::ShowProgress() {

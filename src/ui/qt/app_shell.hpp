@@ -17,6 +17,7 @@
 #include "platform/platform.hpp"
 #include "ui/qt/main_window_view.hpp"
 #include "ui/qt/small_windows.hpp"
+#include "ui/qt/what_changed_view.hpp"
 #include "ui/windows.hpp"
 
 class QAction;
@@ -65,6 +66,9 @@ public:
     ProgressView* Progress() const { return progress_; }
     StartUpView* StartUp() const { return startUp_; }
     AboutView* About() const { return about_; }
+    // "What Changed": the report of the list beside the main window, made on first use.
+    void ShowWhatChanged();
+    WhatChangedView* WhatChanged() const { return whatChanged_; }
 
     // The menu bar's items by name ("FileOpen", "EditCopy").
     QAction* Item(const QString& name) const;
@@ -106,6 +110,7 @@ private:
     QPointer<ProgressView> progress_;
     QPointer<StartUpView> startUp_;
     QPointer<AboutView> about_;
+    QPointer<WhatChangedView> whatChanged_;
 };
 
 }  // namespace vornelt::qt

@@ -135,6 +135,14 @@ void ListView::replaceSelection(const std::string& bytes) {
     emit selectionChanged();
 }
 
+void ListView::revealSelection(size_t anchor, size_t caret) {
+    setSelection(anchor, caret);
+    const int row = rowOf(std::min(anchor_, caret_));
+    const int first = firstVisibleRow();
+    const int visible = std::max(1, viewport()->height() / rowHeight_);
+    if (row < first || row >= first + visible) verticalScrollBar()->setValue(std::max(0, row - visible / 4));
+}
+
 void ListView::moveCaret(size_t to, bool extend) {
     setSelection(extend ? anchor_ : to, to);
     const int row = rowOf(caret_);

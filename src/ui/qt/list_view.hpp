@@ -28,6 +28,8 @@ public:
     bool hasSelection() const { return anchor_ != caret_; }
     QString selectedText() const;
     void setSelection(size_t anchor, size_t caret);
+    // Selects and scrolls the selection into sight, a few rows below the top.
+    void revealSelection(size_t anchor, size_t caret);
 
     // Read-only at first. A writable area takes typing into its own copy of the text; the
     // list itself is not changed by it.

@@ -1,0 +1,98 @@
+#pragma once
+// What changed: every repair and removal of a conversion, and what the check of the list
+// found, recorded by the routine that decides it as it decides it.
+//
+// Each routine owns one section and empties it when it runs again, so after any option
+// click the sections together describe the list as it now stands. An item holds numbers
+// and short texts only; its sentence is made when it is shown.
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vornelt {
+
+enum class ChangeKind : uint8_t {
+    // Repairs at load.
+    KeyOutPoint,
+    ClipChain,
+    // Removals and changes under the options.
+    FreezeFrameRemoved,
+    SpeedChangeRemoved,
+    AudioLeftOut,
+    KeyTrackLeftOut,
+    WipeToDissolve,
+    KeyToDissolve,
+    ReelRenamed,
+    TitleApplied,
+    MovieApplied,
+    MasterReelApplied,
+    // The check of the list as read.
+    ImpossibleTimecode,
+    DropFrameAtRate,
+    RecordBackwards,
+    RecordOverlap,
+    SourceOutBeforeIn,
+    UnknownLine,
+    NotMacRoman,
+    ReelTooLong,
+    LooksLikeUtf8,
+    LooksLikeUtf16,
+    // The check of the new list.
+    CommentBeforeFirstEvent,
+};
+inline constexpr size_t kChangeKinds = size_t(ChangeKind::CommentBeforeFirstEvent) + 1;
+
+enum class Severity : uint8_t { Change, Warning };
+
+// The routines that record, one section each.
+enum class ReportSection : uint8_t { Load, Audio, Keys, KeysToDissolve, Wipes, Writer, Count };
+
+struct ChangeItem {
+    ChangeKind kind = ChangeKind::KeyOutPoint;
+    int32_t row = -1;    // the row of the list as read (line - 1); -1: the list as a whole
+    int32_t event = -1;  // the event number as read; -1: none
+    int32_t number = 0;  // by kind: a count, another event, where a chain's rows start
+    std::string before;  // by kind: the old text, the speed, the wipe code
+    std::string after;   // by kind: the new text, the length
+};
+
+struct Report {
+    std::array<std::vector<ChangeItem>, size_t(ReportSection::Count)> sections;
+    int32_t singleLineChains = 0;  // clip chains of one line: counted, not listed
+    // The rows of the listed clip chains, chain after chain: a chain's item holds where its
+    // rows start (number) and the row after its last one starts the next.
+    std::vector<int32_t> chainRows;
+    // The event rows the mirror list gave a generated reel (row, event): both names stand in
+    // the tables, so a row is all such an item needs.
+    std::vector<std::pair<int32_t, int32_t>> renamedReels;
+    // Where the writer put each event row in the new list: (row, byte offset).
+    std::vector<std::pair<uint32_t, uint32_t>> written;
+
+    std::vector<ChangeItem>& Section(ReportSection s) { return sections[size_t(s)]; }
+    const std::vector<ChangeItem>& Section(ReportSection s) const { return sections[size_t(s)]; }
+    void Clear() {
+        for (auto& s : sections) s.clear();
+        singleLineChains = 0;
+        chainRows.clear();
+        renamedReels.clear();
+        written.clear();
+    }
+};
+
+// Stable names for files ("key-out-point"), headings for people ("Key events given an out
+// point") and the severity of each kind.
+std::string_view KindName(ChangeKind kind);
+std::string_view KindHeading(ChangeKind kind);
+Severity KindSeverity(ChangeKind kind);
+std::string_view SeverityName(Severity severity);
+
+struct Document;
+
+// The sentence of an item of the document's report. An item of a kind that happens on many
+// rows keeps only its row, and its texts are read from the document here.
+std::string ItemText(const ChangeItem& item, const Document& m);
+
+}  // namespace vornelt

@@ -1,0 +1,39 @@
+#pragma once
+// The report of the loaded list, as the routines left it, in the order it is shown: grouped
+// by kind, each kind in the order of the lines, with the line of each item in the new list.
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "document/document.hpp"
+#include "vornelt/convert.hpp"
+
+namespace vornelt {
+
+struct ReportEntry {
+    ChangeKind kind;
+    int32_t row;          // the row as read; -1: the list as a whole
+    int32_t event;        // the event number as read; -1: none
+    int32_t lineWritten;  // from 1; 0: not in the new list
+    // Into the document's report, valid until the next run of a routine; null for a renamed
+    // reel, which is its row alone.
+    const ChangeItem* item;
+};
+
+struct ReportView {
+    std::vector<ReportEntry> entries;
+    std::array<int32_t, kChangeKinds> counts{};
+    int32_t oneLineChains = 0;
+    const Document* document = nullptr;  // the sentences are read from it
+};
+
+ReportView ViewReport(const Document& m);
+
+// The sentence of an entry.
+std::string EntryText(const ReportEntry& entry, const Document& m);
+
+// The library's form of it: every sentence made.
+ConvertReport MakeConvertReport(const ReportView& view, const Document& m);
+
+}  // namespace vornelt

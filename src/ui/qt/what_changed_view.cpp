@@ -1,0 +1,211 @@
+#include "ui/qt/what_changed_view.hpp"
+
+#include <QFont>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QSplitter>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+#include "ui/qt/app_shell.hpp"
+#include "ui/qt/list_view.hpp"
+
+namespace vornelt::qt {
+
+namespace {
+
+constexpr int kMostLines = 30;
+
+QString Where(const ReportEntry& e) {
+    QString where = e.row >= 0 ? QStringLiteral("line %1").arg(e.row + 1) : QStringLiteral("list");
+    if (e.lineWritten > 0) where += QStringLiteral(" \u2192 %1").arg(e.lineWritten);
+    return where;
+}
+
+}  // namespace
+
+void ReportModel::setView(ReportView view) {
+    beginResetModel();
+    view_ = std::move(view);
+    groups_.clear();
+    for (size_t k = 0; k < view_.entries.size();) {
+        const ChangeKind kind = view_.entries[k].kind;
+        const size_t first = k;
+        while (k < view_.entries.size() && view_.entries[k].kind == kind) ++k;
+        groups_.push_back({kind, first, int(k - first)});
+    }
+    endResetModel();
+}
+
+const ReportEntry* ReportModel::entry(const QModelIndex& index) const {
+    if (!index.isValid() || index.internalId() == 0) return nullptr;
+    const Group& g = groups_[size_t(index.internalId() - 1)];
+    return &view_.entries[g.first + size_t(index.row())];
+}
+
+QModelIndex ReportModel::index(int row, int column, const QModelIndex& parent) const {
+    if (column != 0 || row < 0) return {};
+    if (!parent.isValid()) return row < int(groups_.size()) ? createIndex(row, 0, quintptr(0)) : QModelIndex();
+    if (parent.internalId() != 0 || row >= groups_[size_t(parent.row())].count) return {};
+    return createIndex(row, 0, quintptr(parent.row() + 1));
+}
+
+QModelIndex ReportModel::parent(const QModelIndex& child) const {
+    if (!child.isValid() || child.internalId() == 0) return {};
+    return createIndex(int(child.internalId() - 1), 0, quintptr(0));
+}
+
+int ReportModel::rowCount(const QModelIndex& parent) const {
+    if (!parent.isValid()) return int(groups_.size());
+    if (parent.internalId() != 0) return 0;
+    return groups_[size_t(parent.row())].count;
+}
+
+QVariant ReportModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) return {};
+    if (index.internalId() == 0) {
+        const Group& g = groups_[size_t(index.row())];
+        if (role == Qt::DisplayRole) {
+            QString text = QStringLiteral("%1 (%2)").arg(QString::fromUtf8(KindHeading(g.kind))).arg(g.count);
+            if (g.kind == ChangeKind::ClipChain && view_.oneLineChains > 0)
+                text += QStringLiteral(", and %1 of one line").arg(view_.oneLineChains);
+            if (KindSeverity(g.kind) == Severity::Warning) text = QStringLiteral("\u26A0 ") + text;
+            return text;
+        }
+        if (role == Qt::FontRole) {
+            QFont f;
+            f.setBold(true);
+            return f;
+        }
+        return {};
+    }
+    const ReportEntry& e = *entry(index);
+    if (role == Qt::DisplayRole)
+        return Where(e) + QStringLiteral("   ") + QString::fromStdString(EntryText(e, *view_.document));
+    return {};
+}
+
+WhatChangedView::WhatChangedView(AppShell& shell)
+    : QWidget(nullptr, Qt::Window), shell_(shell), model_(new ReportModel(this)), tree_(new QTreeView),
+      summary_(new QLabel), asRead_(new QPlainTextEdit), asWritten_(new QPlainTextEdit) {
+    setObjectName("WhatChangedWindow");
+    setWindowTitle(QStringLiteral("What Changed"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    tree_->setObjectName("WhatChangedItems");
+    tree_->setModel(model_);
+    tree_->setHeaderHidden(true);
+    tree_->setUniformRowHeights(true);  // a hundred thousand rows scroll without measuring each
+    tree_->setTextElideMode(Qt::ElideRight);
+    for (QPlainTextEdit* side : {asRead_, asWritten_}) {
+        side->setReadOnly(true);
+        side->setLineWrapMode(QPlainTextEdit::NoWrap);
+        side->setFont(ListFont());
+    }
+    asRead_->setObjectName("WhatChangedAsRead");
+    asWritten_->setObjectName("WhatChangedAsWritten");
+
+    auto* sides = new QWidget;
+    auto* sidesLayout = new QHBoxLayout(sides);
+    sidesLayout->setContentsMargins(0, 0, 0, 0);
+    for (auto [caption, side] : {std::pair{"As read", asRead_}, {"As written", asWritten_}}) {
+        auto* column = new QVBoxLayout;
+        column->addWidget(new QLabel(QString::fromUtf8(caption)));
+        column->addWidget(side);
+        sidesLayout->addLayout(column);
+    }
+    auto* split = new QSplitter(Qt::Vertical);
+    split->addWidget(tree_);
+    split->addWidget(sides);
+    split->setStretchFactor(0, 3);
+    split->setStretchFactor(1, 2);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(summary_);
+    layout->addWidget(split);
+    resize(760, 560);
+
+    connect(tree_->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& now) { Selected(now); });
+    Refresh();
+}
+
+void WhatChangedView::Refresh() {
+    const Document& m = shell_.desktop().session.document;
+    if (shownList_ == m.finalCMXString && model_->rowCount() > 0) return;
+    shownList_ = m.finalCMXString;
+    model_->setView(ViewReport(m));
+    int changes = 0, warnings = 0;
+    for (size_t k = 0; k < kChangeKinds; ++k)
+        (KindSeverity(ChangeKind(k)) == Severity::Change ? changes : warnings) += model_->view().counts[k];
+    summary_->setText(m.dbCreated ? QStringLiteral("%1: %2 changes, %3 warnings")
+                                        .arg(QString::fromStdString(m.myAbsDateiName))
+                                        .arg(changes)
+                                        .arg(warnings)
+                                  : QStringLiteral("No list is loaded."));
+    asRead_->clear();
+    asWritten_->clear();
+}
+
+void WhatChangedView::Selected(const QModelIndex& index) {
+    const ReportEntry* e = model_->entry(index);
+    asRead_->clear();
+    asWritten_->clear();
+    if (!e || e->row < 0) return;
+    const Document& m = shell_.desktop().session.document;
+    const int32_t row = e->row;
+    const auto event = [&](int32_t r) {
+        return size_t(r) < m.readOrigEventNumberInt.size() ? m.readOrigEventNumberInt[size_t(r)] : -1;
+    };
+    // The rows of the event, with the notes that follow it.
+    int32_t a = row, b = row;
+    const int32_t last = int32_t(m.readOrigCompleteLine.size()) - 1;
+    if (e->event >= 0) {
+        while (a > 0 && event(a - 1) == e->event && row - a < kMostLines) --a;
+        while (b < last && (event(b + 1) == e->event || event(b + 1) < 0) && b - a < kMostLines) ++b;
+    }
+    QString read;
+    for (int32_t r = a; r <= b; ++r)
+        read += QStringLiteral("%1  ").arg(r + 1, 5) + QString::fromUtf8(m.readOrigCompleteLine.Get(r)) + '\n';
+    asRead_->setPlainText(read);
+
+    const auto& written = m.report.written;
+    const std::string& list = *m.finalCMXString;
+    auto from = std::lower_bound(written.begin(), written.end(), std::pair<uint32_t, uint32_t>(uint32_t(a), 0));
+    if (from == written.end() || from->first > uint32_t(b)) {
+        asWritten_->setPlainText(QStringLiteral("(not in the new list)"));
+        return;
+    }
+    auto to = std::lower_bound(written.begin(), written.end(), std::pair<uint32_t, uint32_t>(uint32_t(b) + 1, 0));
+    size_t end = to == written.end() ? list.size() : to->second;
+    const size_t begin = std::min<size_t>(from->second, list.size());
+    QString text;
+    // Numbered from the item's own line, when it has one in the new list.
+    int line = 0;
+    auto own = std::lower_bound(written.begin(), written.end(), std::pair<uint32_t, uint32_t>(uint32_t(row), 0));
+    const bool ownLine = own != written.end() && own->first == uint32_t(row) && own->second >= begin;
+    if (ownLine && e->lineWritten > 0)
+        line = e->lineWritten -
+               int(std::count(list.begin() + ptrdiff_t(begin), list.begin() + ptrdiff_t(own->second), '\r'));
+    int shown = 0;
+    for (size_t p = begin; p < end && shown < kMostLines; ++shown) {
+        size_t cr = list.find('\r', p);
+        if (cr == std::string::npos || cr > end) cr = end;
+        text += (line > 0 ? QStringLiteral("%1  ").arg(line++, 5) : QString()) +
+                QString::fromUtf8(list.data() + p, qsizetype(cr - p)) + '\n';
+        p = cr + 1;
+    }
+    asWritten_->setPlainText(text);
+
+    // The main list scrolls to the item's line.
+    if (MainWindowView* main = shell_.Main()) {
+        const size_t at = ownLine ? own->second : begin;
+        size_t lineEnd = list.find('\r', at);
+        if (lineEnd == std::string::npos) lineEnd = list.size();
+        main->EditField1()->revealSelection(at, lineEnd);
+    }
+}
+
+}  // namespace vornelt::qt

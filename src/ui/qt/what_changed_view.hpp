@@ -1,0 +1,71 @@
+#pragma once
+// "What Changed": the report of the loaded list beside the main window. It follows every
+// new rendering of the list, lists the items grouped by kind with their counts, and shows
+// the lines of the selected item's event as read and as written.
+
+#include <QAbstractItemModel>
+#include <QWidget>
+
+#include <memory>
+#include <string>
+
+#include "session/report.hpp"
+
+class QLabel;
+class QPlainTextEdit;
+class QTreeView;
+
+namespace vornelt::qt {
+
+class AppShell;
+
+// Kinds as parents, items as their children; the text of an item is made when it is shown.
+class ReportModel : public QAbstractItemModel {
+    Q_OBJECT
+public:
+    explicit ReportModel(QObject* parent = nullptr) : QAbstractItemModel(parent) {}
+    void setView(ReportView view);
+    const ReportView& view() const { return view_; }
+    // The entry behind an index; null for a kind.
+    const ReportEntry* entry(const QModelIndex& index) const;
+
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+    QModelIndex parent(const QModelIndex& child) const override;
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& = {}) const override { return 1; }
+    QVariant data(const QModelIndex& index, int role) const override;
+
+private:
+    struct Group {
+        ChangeKind kind;
+        size_t first;  // into view_.entries
+        int count;
+    };
+    ReportView view_;
+    std::vector<Group> groups_;
+};
+
+class WhatChangedView : public QWidget {
+    Q_OBJECT
+public:
+    explicit WhatChangedView(AppShell& shell);
+    // Brings the report in line with the document, if the list was rendered anew.
+    void Refresh();
+    QTreeView* tree() const { return tree_; }
+    ReportModel* model() const { return model_; }
+    QPlainTextEdit* asRead() const { return asRead_; }
+    QPlainTextEdit* asWritten() const { return asWritten_; }
+
+private:
+    void Selected(const QModelIndex& index);
+
+    AppShell& shell_;
+    ReportModel* model_;
+    QTreeView* tree_;
+    QLabel* summary_;
+    QPlainTextEdit* asRead_;
+    QPlainTextEdit* asWritten_;
+    std::shared_ptr<const std::string> shownList_;
+};
+
+}  // namespace vornelt::qt

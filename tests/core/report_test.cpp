@@ -1,0 +1,103 @@
+// What changed: whole reports of the demo lists, and one list for each thing the check of a
+// list looks for.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <sstream>
+
+#include "cli/convert.hpp"
+#include "fixtures.hpp"
+#include "vornelt/convert.hpp"
+
+namespace vornelt {
+namespace {
+
+std::string RunConverter(std::vector<std::string> args) {
+    args.insert(args.begin(), "vornelt-convert");
+    std::vector<const char*> argv;
+    for (auto& a : args) argv.push_back(a.c_str());
+    std::ostringstream out, err;
+    EXPECT_EQ(ConvertMain(int(argv.size()), argv.data(), out, err), 0) << err.str();
+    return out.str();
+}
+
+// The report of each demo list, in each form, against its expected file. With
+// VORNELT_UPDATE_EXPECTED set the files are written anew instead (then read them through).
+TEST(Report, DemoListsGiveTheExpectedReports) {
+    const struct {
+        const char* list;
+        std::vector<std::string> options;
+        const char* expected;
+    } cases[] = {
+        {"writer_demo_cmx.edl", {"--report-format", "text"}, "writer_demo_cmx.report.txt"},
+        {"writer_demo_cmx.edl", {"--report-format", "json"}, "writer_demo_cmx.report.json"},
+        {"writer_demo_gvg.edl", {"--report-format", "text"}, "writer_demo_gvg.report.txt"},
+        {"writer_demo_gvg.edl", {"--report-format", "json"}, "writer_demo_gvg.report.json"},
+        {"writer_demo_cmx.edl",
+         {"--no-audio", "--no-keys", "--keep-wipes", "--keep-freeze-frames", "--reel", "MAST01", "--movie", "cut.mov"},
+         "writer_demo_cmx.options.report.txt"},
+        {"writer_demo_cmx.edl", {"--keys-to-dissolves", "--no-mirror", "--keep-speed-changes"},
+         "writer_demo_cmx.dissolves.report.txt"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.expected);
+        std::vector<std::string> args = {VORNELT_TEST_DATA_DIR "/" + std::string(c.list), "--fps", "25", "--dry-run",
+                                         "--report", "-"};
+        args.insert(args.end(), c.options.begin(), c.options.end());
+        const std::string report = RunConverter(args);
+        if (std::getenv("VORNELT_UPDATE_EXPECTED")) {
+            std::ofstream(VORNELT_TEST_DATA_DIR "/" + std::string(c.expected), std::ios::binary) << report;
+            continue;
+        }
+        EXPECT_EQ(report, testing::TestData(c.expected));
+    }
+}
+
+// Each list holds one thing the check looks for; no other warning may come with it.
+TEST(Report, TheCheckFindsWhatIsWrongWithTheListAsRead) {
+    const std::string head = "TITLE: Check\r\nFCM: NON-DROP FRAME\r\n\r\n";
+    const std::string one = "001  TAPE1    V     C        01:00:00:00 01:00:05:00 00:00:00:00 00:00:05:00\r\n";
+    const std::string two = "002  TAPE2    V     C        02:00:00:00 02:00:05:00 00:00:05:00 00:00:10:00\r\n";
+    std::string utf16 = "\xFF\xFE";
+    for (const char c : head + one) utf16 += std::string(1, c) + '\0';
+    const struct {
+        std::string list;
+        std::map<std::string, int> warnings;
+    } cases[] = {
+        {head + one + two, {}},
+        {head + one + "002  TAPE2    V     C        02:00:00:00 02:00:05:27 00:00:05:00 00:00:10:00\r\n",
+         {{"impossible-timecode", 1}}},
+        {"TITLE: Check\r\nFCM: DROP FRAME\r\n\r\n" + one, {{"drop-frame-at-rate", 1}}},
+        {head + one + "002  TAPE2    V     C        02:00:00:00 02:00:05:00 00:00:10:00 00:00:05:00\r\n",
+         {{"record-backwards", 1}}},
+        {head + one + "002  TAPE2    V     C        02:00:00:00 02:00:05:00 00:00:04:00 00:00:09:00\r\n",
+         {{"record-overlap", 1}}},
+        {head + one + "002  TAPE2    V     C        02:00:05:00 02:00:00:00 00:00:05:00 00:00:10:00\r\n",
+         {{"source-out-before-in", 1}}},
+        {head + one + "HELLO THERE\r\n" + two, {{"unknown-line", 1}}},
+        {head + one + "* FROM CLIP NAME: \x8Aum\r\n" + two, {{"not-mac-roman", 1}}},
+        {head + one + "002  TAPE2LONG V    C        02:00:00:00 02:00:05:00 00:00:05:00 00:00:10:00\r\n",
+         {{"reel-too-long", 1}}},
+        {head + one + "* FROM CLIP NAME: Caf\xC3\xA9\r\n" + two, {{"looks-like-utf8", 1}}},
+        {"\xEF\xBB\xBF" + head + one, {{"looks-like-utf8", 1}, {"unknown-line", 1}}},  // the mark stands before TITLE
+        {utf16, {{"looks-like-utf16", 1}, {"not-mac-roman", 1}, {"unknown-line", 1}}},  // the mark stands before TITLE
+        {"TITLE: Check\r\nFCM: NON-DROP FRAME\r\n" + one, {{"comment-before-first-event", 1}}},
+        {head + two, {{"comment-before-first-event", 1}}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.list);
+        const ConvertResult r = Convert(c.list, ConvertOptions{});
+        ASSERT_TRUE(r.ok());
+        std::map<std::string, int> warnings;
+        for (const ReportCount& count : r.report.counts)
+            if (count.severity == "warning") warnings[count.kind] = count.count;
+        EXPECT_EQ(warnings, c.warnings);
+        for (const ReportItem& item : r.report.items)
+            if (item.severity == "warning") EXPECT_FALSE(item.text.empty());
+    }
+}
+
+}  // namespace
+}  // namespace vornelt
