@@ -13,6 +13,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #if defined(__APPLE__)
+#include <mach-o/dyld.h>
 #include <sys/xattr.h>
 #endif
 
@@ -264,6 +265,19 @@ int SaveFileBytes(const std::string& path, std::string_view bytes) {
     } catch (const IOError& e) {
         return e.code ? e.code : EIO;
     }
+}
+
+std::string ExecutablePath() {
+#if defined(__APPLE__)
+    char buf[4096];
+    uint32_t size = sizeof buf;
+    if (_NSGetExecutablePath(buf, &size) == 0) return buf;
+    return {};
+#else
+    char buf[PATH_MAX];
+    const ssize_t n = ::readlink("/proc/self/exe", buf, sizeof buf);
+    return n > 0 ? std::string(buf, size_t(n)) : std::string();
+#endif
 }
 
 void SetFileTypeAndCreator(const std::string& path, std::string_view type, std::string_view creator) {

@@ -1,5 +1,6 @@
 #pragma once
-// Reading a list file and saving one, with the system's own reason when either fails.
+// Reading a list file and saving one, with the system's own reason when either fails. The
+// little that only macOS compiles stands here too.
 //
 // Saving never leaves a half-written file where the target stood: the bytes go to a
 // temporary file in the target's folder (".vornelt-XXXXXX.tmp", private until complete, its
@@ -58,6 +59,9 @@ std::unique_ptr<TextOutputStream> OpenForSaving(const std::string& path);
 
 // The same in one call: 0 or the error number.
 int SaveFileBytes(const std::string& path, std::string_view bytes);
+
+// The running program's own file, as an absolute path; "" when the system does not say.
+std::string ExecutablePath();
 
 // File type and creator: the Finder information on macOS; elsewhere files have none, and
 // this does nothing.

@@ -1,11 +1,5 @@
 #include "platform/platform.hpp"
 
-#include <filesystem>
-#include <system_error>
-
-#if defined(__APPLE__)
-#include <mach-o/dyld.h>
-#endif
 
 namespace vornelt {
 
@@ -28,16 +22,8 @@ void Platform::SetMacTypeAndCreator(const FolderItem& file, std::string_view typ
 }
 
 FolderItem Platform::ExecutableFile() {
-#if defined(__APPLE__)
-    char buf[4096];
-    uint32_t size = sizeof buf;
-    if (_NSGetExecutablePath(buf, &size) == 0) return FolderItem(buf);
-#else
-    std::error_code ec;
-    auto p = std::filesystem::read_symlink("/proc/self/exe", ec);
-    if (!ec) return FolderItem(p.string());
-#endif
-    return FolderItem(".");
+    const std::string path = ExecutablePath();
+    return FolderItem(path.empty() ? "." : path);
 }
 
 }  // namespace vornelt

@@ -94,8 +94,9 @@ TEST(Report, TheCheckFindsWhatIsWrongWithTheListAsRead) {
         for (const ReportCount& count : r.report.counts)
             if (count.severity == "warning") warnings[count.kind] = count.count;
         EXPECT_EQ(warnings, c.warnings);
-        for (const ReportItem& item : r.report.items)
+        for (const ReportItem& item : r.report.items) {
             if (item.severity == "warning") EXPECT_FALSE(item.text.empty());
+        }
     }
 }
 
