@@ -22,9 +22,28 @@ struct Result {
     std::string form;
     std::vector<std::string> messages;
     std::optional<std::string> path;
-    py::list report;  // one dict per item
-    py::dict counts;  // items per kind
+    // The report as the library gave it; made into Python objects on first use only, so that
+    // a caller who never looks at it does not pay for a dict per item.
+    std::shared_ptr<const ConvertReport> raw;
+    py::object report = py::none();  // one dict per item
+    py::object counts = py::none();  // items per kind
 };
+
+py::list ReportItems(const ConvertReport& report) {
+    py::list items;
+    for (const ReportItem& item : report.items) {
+        py::dict d;
+        d["kind"] = item.kind;
+        d["severity"] = item.severity;
+        d["event"] = item.event >= 0 ? py::object(py::int_(item.event)) : py::object(py::none());
+        d["line_read"] = item.lineRead > 0 ? py::object(py::int_(item.lineRead)) : py::object(py::none());
+        d["line_written"] = item.lineWritten > 0 ? py::object(py::int_(item.lineWritten)) : py::object(py::none());
+        d["text"] = py::reinterpret_steal<py::str>(
+            PyUnicode_DecodeUTF8(item.text.data(), Py_ssize_t(item.text.size()), "replace"));
+        items.append(std::move(d));
+    }
+    return items;
+}
 
 ConvertOptions Options(int fps, bool mirror, bool keys, bool audio, bool removeFreezeFrames, bool removeSpeedChanges,
                        bool wipesToDissolves, bool keysToDissolves, bool comments, const std::string& wipeNames,
@@ -91,17 +110,7 @@ Result Run(std::string bytes, const ConvertOptions& o, const std::string& name) 
     result.data = py::bytes(r.bytes);
     result.form = r.form == ListForm::GVG ? "GVG" : "CMX";
     result.messages = std::move(r.messages);
-    for (const ReportItem& item : r.report.items) {
-        py::dict d;
-        d["kind"] = item.kind;
-        d["severity"] = item.severity;
-        d["event"] = item.event >= 0 ? py::object(py::int_(item.event)) : py::object(py::none());
-        d["line_read"] = item.lineRead > 0 ? py::object(py::int_(item.lineRead)) : py::object(py::none());
-        d["line_written"] = item.lineWritten > 0 ? py::object(py::int_(item.lineWritten)) : py::object(py::none());
-        d["text"] = py::str(PyUnicode_DecodeUTF8(item.text.data(), Py_ssize_t(item.text.size()), "replace"));
-        result.report.append(std::move(d));
-    }
-    for (const ReportCount& c : r.report.counts) result.counts[py::str(c.kind)] = c.count;
+    result.raw = std::make_shared<const ConvertReport>(std::move(r.report));
     return result;
 }
 
@@ -122,10 +131,26 @@ PYBIND11_MODULE(vornelt, m) {
                                "The saved list decoded from Mac OS Roman (str).")
         .def_readonly("form", &Result::form, "The list's form: \"CMX\" or \"GVG\".")
         .def_readonly("messages", &Result::messages, "What the window would have shown, in order.")
-        .def_readonly("report", &Result::report,
-                      "What changed and what the check of the list found: one dict per item, with kind, severity, "
-                      "event, line_read, line_written and text (docs/report-schema.md).")
-        .def_readonly("counts", &Result::counts, "Items per kind.")
+        .def_property_readonly(
+            "report",
+            [](Result& r) {
+                if (r.report.is_none()) r.report = r.raw ? py::object(ReportItems(*r.raw)) : py::object(py::list());
+                return r.report;
+            },
+            "What changed and what the check of the list found: one dict per item, with kind, severity, "
+            "event, line_read, line_written and text (docs/report-schema.md).")
+        .def_property_readonly(
+            "counts",
+            [](Result& r) {
+                if (r.counts.is_none()) {
+                    py::dict counts;
+                    if (r.raw)
+                        for (const ReportCount& c : r.raw->counts) counts[py::str(c.kind)] = c.count;
+                    r.counts = counts;
+                }
+                return r.counts;
+            },
+            "Items per kind.")
         .def_readonly("path", &Result::path, "Where convert_file saved the list; None for convert.")
         .def("__repr__", [](const Result& r) {
             return "<vornelt.Result " + r.form + ", " + std::to_string(py::len(r.data)) + " bytes>";
