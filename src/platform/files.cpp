@@ -182,6 +182,18 @@ std::string ErrorCause(int code) {
     return std::strerror(code);
 }
 
+namespace {
+
+// One read that goes on after an interruption: the bytes read, or minus the error number.
+ssize_t ReadSome(int fd, char* into, size_t count) {
+    for (;;) {
+        const ssize_t n = ::read(fd, into, count);
+        if (n >= 0 || errno != EINTR) return n < 0 ? -errno : n;
+    }
+}
+
+}  // namespace
+
 int ReadListFile(const std::string& path, std::string& bytes, uint64_t cap) {
     bytes.clear();
     Fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
@@ -194,15 +206,11 @@ int ReadListFile(const std::string& path, std::string& bytes, uint64_t cap) {
         // A regular file is read straight into the string, in as few calls as it takes.
         bytes.resize(size_t(st.st_size));
         size_t have = 0;
-        while (have < bytes.size()) {
-            const ssize_t n = ::read(fd.get(), bytes.data() + have, bytes.size() - have);
+        for (ssize_t n; have < bytes.size() && (n = ReadSome(fd.get(), bytes.data() + have, bytes.size() - have)) != 0;) {
             if (n < 0) {
-                if (errno == EINTR) continue;
-                const int err = errno;
                 bytes.clear();
-                return err;
+                return int(-n);
             }
-            if (n == 0) break;
             have += size_t(n);
         }
         bytes.resize(have);
@@ -210,19 +218,11 @@ int ReadListFile(const std::string& path, std::string& bytes, uint64_t cap) {
         if (have < size_t(st.st_size)) return 0;
     }
     char buf[1 << 16];
-    for (;;) {
-        const ssize_t n = ::read(fd.get(), buf, sizeof buf);
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            const int err = errno;
-            bytes.clear();
-            return err;
-        }
-        if (n == 0) break;
-        if (bytes.size() + size_t(n) > cap) {
+    for (ssize_t n; (n = ReadSome(fd.get(), buf, sizeof buf)) != 0;) {
+        if (n < 0 || bytes.size() + size_t(n) > cap) {
             bytes.clear();
             bytes.shrink_to_fit();
-            return kErrorListTooLarge;
+            return n < 0 ? int(-n) : kErrorListTooLarge;
         }
         bytes.append(buf, size_t(n));
     }
