@@ -16,13 +16,17 @@
 
 #include "document/report.hpp"
 #include "platform/folder_item.hpp"
+#include "text/number_column.hpp"
 #include "text/text_column.hpp"
 
 namespace vornelt {
 
-using Int32Table = std::vector<int32_t>;
-using DoubleTable = std::vector<double>;
+// Frames and event numbers: -1 on a row without one. Speeds: the no-motion mark on a row
+// that is no motion line.
+using Int32Table = NumberColumn<int32_t>;
+using DoubleTable = NumberColumn<double>;
 using BoolTable = std::vector<bool>;
+constexpr double kNoMotionLine = -1111.0;
 
 // The read tables: the list as read, never changed after the load.
 struct ReadTables {
@@ -32,33 +36,33 @@ struct ReadTables {
     TextColumn readOrigRecInTC;
     TextColumn readOrigSourceOutTC;
     TextColumn readOrigSourceInTC;
-    Int32Table readOrigRecOutFrame;
-    Int32Table readOrigRecInFrame;
-    Int32Table readOrigSourceOutFrame;
-    Int32Table readOrigSourceInFrame;
+    Int32Table readOrigRecOutFrame{-1};
+    Int32Table readOrigRecInFrame{-1};
+    Int32Table readOrigSourceOutFrame{-1};
+    Int32Table readOrigSourceInFrame{-1};
     TextColumn readOrigEventNumberStr;
-    Int32Table readOrigEventNumberInt;
+    Int32Table readOrigEventNumberInt{-1};
     TextColumn readOrigReelNames;
     TextColumn readOrigMode;
     TextColumn readOrigTrans;
     TextColumn readOrigTransDur;
     TextColumn readOrigIsBTrack;
-    Int32Table editDurationFrames;
-    TextColumn readOrigM2Str;  // speed text of a motion line, "**" on any other row
-    DoubleTable readOrigM2;    // its value, -1111.0 on any other row; never emptied
+    Int32Table editDurationFrames{-1};
+    TextColumn readOrigM2Str{"**"};  // speed text of a motion line, "**" on any other row
+    DoubleTable readOrigM2{kNoMotionLine};  // its value, -1111.0 on any other row; never emptied
 };
 
 // Tables that exist and stay empty.
 struct UnusedTables {
     TextColumn readCompleteEvent;
-    Int32Table readCompleteEventNum;
+    Int32Table readCompleteEventNum{-1};
     TextColumn readOrigClipNames;
     TextColumn readOrigAllReelNames;
     TextColumn readOrigAllClipNames;
     TextColumn newClipReelName;
     TextColumn copyClipNames;
     BoolTable displayThisEventLine;
-    DoubleTable copyM2;
+    DoubleTable copyM2{kNoMotionLine};
 };
 
 // The copy tables: the working copy that the passes and switches change, with the display
@@ -69,18 +73,18 @@ struct CopyTables {
     TextColumn copyRecInTC;
     TextColumn copySourceOutTC;
     TextColumn copySourceInTC;
-    Int32Table copyRecOutFrame;
-    Int32Table copyRecInFrame;
-    Int32Table copySourceOutFrame;
-    Int32Table copySourceInFrame;
-    Int32Table copyEventNumberInt;
+    Int32Table copyRecOutFrame{-1};
+    Int32Table copyRecInFrame{-1};
+    Int32Table copySourceOutFrame{-1};
+    Int32Table copySourceInFrame{-1};
+    Int32Table copyEventNumberInt{-1};
     TextColumn copyEventNumberStr;
     TextColumn copyReelNames;
     TextColumn copyMode;
     TextColumn copyTrans;
     TextColumn copyTransDur;
     TextColumn copyIsBTrack;
-    Int32Table copyEditDurationFrames;
+    Int32Table copyEditDurationFrames{-1};
     TextColumn cleanClipReelName;  // generated reel names of the clip chains
     BoolTable displayThisAudioEventLine;
     BoolTable displayThisKeyEventLine;

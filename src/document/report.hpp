@@ -60,6 +60,9 @@ struct ChangeItem {
 };
 
 struct Report {
+    // Off, the routines record nothing: a conversion that wants no report pays nothing for
+    // it. The window always records, so that its report can be opened at any time.
+    bool recording = true;
     std::array<std::vector<ChangeItem>, size_t(ReportSection::Count)> sections;
     int32_t singleLineChains = 0;  // clip chains of one line: counted, not listed
     // The rows of the listed clip chains, chain after chain: a chain's item holds where its

@@ -57,6 +57,7 @@ struct TrackEnd {
 }  // namespace
 
 void CheckList(Document& m, LooksLike encoding, Platform& platform) {
+    if (!m.report.recording) return;
     std::vector<ChangeItem>& report = m.report.Section(ReportSection::Load);
     if (encoding == LooksLike::Utf8) report.push_back({ChangeKind::LooksLikeUtf8, -1, -1, 0, {}, {}});
     if (encoding == LooksLike::Utf16) report.push_back({ChangeKind::LooksLikeUtf16, -1, -1, 0, {}, {}});

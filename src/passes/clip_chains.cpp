@@ -170,9 +170,29 @@ std::vector<int32_t> NumberClipChains(size_t rows, std::span<const int32_t> even
 
 namespace {
 
+// The rows that take part in the numbering (event number 1 or more), in row order, with the
+// values the numbering reads: the other rows play no part in it, so it runs on these alone.
+struct ChainRows {
+    std::vector<uint32_t> row;
+    std::vector<int32_t> eventNumber, sourceIn, sourceOut;
+};
+
+ChainRows GatherChainRows(const Document& m, size_t rows) {
+    ChainRows c;
+    m.copyEventNumberInt.ForEachEntry([&](size_t row, int32_t number) {
+        if (row >= rows || number < 1) return;
+        c.row.push_back(uint32_t(row));
+        c.eventNumber.push_back(number);
+        c.sourceIn.push_back(m.copySourceInFrame[row]);
+        c.sourceOut.push_back(m.copySourceOutFrame[row]);
+    });
+    return c;
+}
+
 // The chains of two lines or more, each with its rows (its name, events and source stand in
-// the tables); the chains of one line are counted.
-void RecordClipChains(Document& m, const std::vector<int32_t>& chain, const std::vector<std::string>& names) {
+// the tables); the chains of one line are counted. chain[k] is the chain of row rowOf[k].
+void RecordClipChains(Document& m, const std::vector<uint32_t>& rowOf, const std::vector<int32_t>& chain,
+                      const std::vector<std::string>& names) {
     std::vector<int32_t> lines(names.size(), 0);
     for (const int32_t c : chain) ++lines[size_t(c)];
     // Each listed chain gets its place in chainRows: its rows, then -1.
@@ -190,8 +210,9 @@ void RecordClipChains(Document& m, const std::vector<int32_t>& chain, const std:
         rows.resize(rows.size() + size_t(lines[c]), -1);
         rows.push_back(-1);
     }
-    for (size_t i = 0; i < chain.size(); ++i) {
-        const size_t c = size_t(chain[i]);
+    for (size_t k = 0; k < chain.size(); ++k) {
+        const size_t c = size_t(chain[k]);
+        const size_t i = rowOf[k];
         if (c == 0 || itemOf[c] < 0) continue;
         ChangeItem& item = report[size_t(itemOf[c])];
         if (item.row < 0) {
@@ -210,23 +231,27 @@ void CleanEDL_4(Document& m, Platform& platform) {
     const size_t rows =
         passes_detail::RowsWithin(m.maxZeilen, {m.cleanClipReelName.size(), m.copyEventNumberInt.size(),
                                                 m.copySourceInFrame.size(), m.copySourceOutFrame.size()});
+    const ChainRows c = GatherChainRows(m, rows);
     const std::vector<int32_t> chain =
-        passes_detail::NumberClipChains(rows, m.copyEventNumberInt, m.copySourceInFrame, m.copySourceOutFrame);
+        passes_detail::NumberClipChains(c.row.size(), c.eventNumber, c.sourceIn, c.sourceOut);
 
     // Every row of a chain carries the same name, so each chain's name is formatted once.
     std::vector<std::string> names(chain.empty() ? 0 : size_t(*std::max_element(chain.begin(), chain.end())) + 1);
     std::vector<bool> formatted(names.size(), false);
-    for (size_t i = 0; i < chain.size(); ++i) {
-        if (const int32_t c = chain[i]; c != 0) {
-            if (!formatted[size_t(c)]) {
-                names[size_t(c)] = FormatReelNames("RL" + Format(c, "0000"), m.IsGrassValley);
-                formatted[size_t(c)] = true;
+    size_t k = 0;
+    for (size_t i = 0; i < rows; ++i) {
+        if (k < c.row.size() && c.row[k] == i) {
+            if (const int32_t n = chain[k++]; n != 0) {
+                if (!formatted[size_t(n)]) {
+                    names[size_t(n)] = FormatReelNames("RL" + Format(n, "0000"), m.IsGrassValley);
+                    formatted[size_t(n)] = true;
+                }
+                m.cleanClipReelName.set(i, names[size_t(n)]);
             }
-            m.cleanClipReelName.set(i, names[size_t(c)]);
         }
         platform.Yield();
     }
-    RecordClipChains(m, chain, names);
+    if (m.report.recording) RecordClipChains(m, c.row, chain, names);
 }
 
 }  // namespace vornelt

@@ -38,9 +38,9 @@ void CheckBSpurClipLenghts(Document& m, Platform& platform) {
         const int32_t d = m.editDurationFrames[i - 1];
         if (d <= 0) continue;
 
-        m.copyEditDurationFrames[i] = d;
-        m.copySourceOutFrame[i] = AddFrames(m.copySourceInFrame[i], d);
-        m.copyRecOutFrame[i] = AddFrames(m.copyRecInFrame[i], d);
+        m.copyEditDurationFrames.set(i, d);
+        m.copySourceOutFrame.set(i, AddFrames(m.copySourceInFrame[i], d));
+        m.copyRecOutFrame.set(i, AddFrames(m.copyRecInFrame[i], d));
 
         std::string (*toTimecode)(int32_t) = nullptr;
         if (m.frameRate == 24.0)
@@ -54,7 +54,8 @@ void CheckBSpurClipLenghts(Document& m, Platform& platform) {
             m.copySourceOutTC.set(i, toTimecode(m.copySourceOutFrame[i]));
             m.copyRecOutTC.set(i, toTimecode(m.copyRecOutFrame[i]));
         }
-        report.push_back({ChangeKind::KeyOutPoint, int32_t(i), m.copyEventNumberInt[i], d,
+        if (m.report.recording)
+            report.push_back({ChangeKind::KeyOutPoint, int32_t(i), m.copyEventNumberInt[i], d,
                           std::string(m.readOrigRecOutTC.Get(int64_t(i))), std::string(m.copyRecOutTC.Get(int64_t(i)))});
     }
 }

@@ -7,8 +7,6 @@ namespace vornelt {
 
 namespace {
 
-constexpr double kNoMotionLine = -1111.0;
-
 // "M2 reel 025.0 tc": the four characters before the first point, the point and one
 // character after it. Without a point, or with the point among the first four characters,
 // the cut starts at the first character.

@@ -58,12 +58,12 @@ void AllAudioOnOff(Document& m, Platform& platform) {
         } else if (video && audio) {
             m.copyMode.set(i, "V");
             m.displayThisAudioEventLine[i] = true;
-            report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), "V"});
+            if (m.report.recording) report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), "V"});
         } else if (!video) {
             // Whatever holds no "V" counts as audio, "B" and "NONE" as well.
             m.copyMode.set(i, mode);
             m.displayThisAudioEventLine[i] = false;
-            if (!mode.empty())
+            if (!mode.empty() && m.report.recording)
                 report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), {}});
         }
     }
@@ -87,7 +87,8 @@ void AllKeysOnOff(Document& m, Platform& platform) {
         } else {
             m.copyTrans.set(i, trans);
             m.displayThisKeyEventLine[i] = false;
-            report.push_back({ChangeKind::KeyTrackLeftOut, int32_t(i), EventOf(m, i), 0,
+            if (m.report.recording)
+                report.push_back({ChangeKind::KeyTrackLeftOut, int32_t(i), EventOf(m, i), 0,
                               std::string(trans) + (m.readOrigIsBTrack.Get(int64_t(i)).empty() ? "" : " B"), {}});
         }
     }
@@ -109,7 +110,7 @@ void EffectsToDissolve(Document& m, Platform& platform, bool toDissolve, ChangeK
         const std::string_view trans = m.readOrigTrans(i);
         if (!isEffect(trans)) continue;
         m.copyTrans.set(i, toDissolve ? std::string_view("D") : trans);
-        if (toDissolve)
+        if (toDissolve && m.report.recording)
             report.push_back({kind, int32_t(i), EventOf(m, i), 0, std::string(trans),
                               std::string(m.readOrigTransDur.Get(int64_t(i)))});
     }

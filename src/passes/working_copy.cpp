@@ -62,10 +62,11 @@ void CopyArrays(Document& m, Platform& platform) {
         for (size_t i = 0; i < rows; ++i) copy.push_back(read.Get(int64_t(i)));
     };
     auto copyInt = [rows](Int32Table& copy, const Int32Table& read) {
-        copy.reserve(copy.size() + rows);
-        const size_t n = std::min(rows, read.size());
-        copy.insert(copy.end(), read.begin(), read.begin() + ptrdiff_t(n));
-        copy.insert(copy.end(), rows - n, -1);
+        if (copy.empty() && read.size() == rows) {
+            copy.CopyFrom(read);
+            return;
+        }
+        for (size_t i = 0; i < rows; ++i) copy.push_back(i < read.size() ? read[i] : -1);
     };
     copyText(m.copyCompletLine, m.readOrigCompleteLine);
     for (size_t i = 0; i < rows; ++i) platform.Yield();

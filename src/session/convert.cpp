@@ -107,6 +107,7 @@ ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_
         {
             Session s(platform);
             SetControls(s.MainWindow(), o);
+            s.document.report.recording = o.report;
             // The frame-rate question's answer.
             s.document.frameRateTmp = double(o.fps);
             s.document.dropFrameTmp = false;

@@ -5,7 +5,7 @@
 
 namespace vornelt {
 
-TextColumn::TextColumn() : s_(std::make_shared<Storage>()) {}
+TextColumn::TextColumn(std::string_view fill) : fill_(fill), s_(std::make_shared<Storage>()) {}
 
 TextColumn::Storage& TextColumn::Own() {
     if (s_.use_count() > 1) s_ = std::make_shared<Storage>(*s_);
@@ -14,48 +14,57 @@ TextColumn::Storage& TextColumn::Own() {
 
 void TextColumn::clear() {
     if (s_.use_count() > 1) {
-        s_ = std::make_shared<Storage>();
-    } else {
-        Storage& s = *s_;
-        s.refs.clear();
-        s.arena.clear();
-        s.garbage = 0;
-        s.recent = {};
-        s.recentNext = 0;
+        auto fresh = std::make_shared<Storage>();
+        fresh->document = s_->document;
+        s_ = std::move(fresh);
+        return;
     }
-    outside_.reset();
+    // The memory stays: a table is filled again to about the same size by the next load.
+    Storage& s = *s_;
+    s.rows.Clear();
+    s.refs.clear();
+    s.arena.clear();
+    s.outside.reset();
+    s.garbage = 0;
+    s.recent = {};
+    s.recentNext = 0;
 }
 
 void TextColumn::assign_empty(size_t n) {
     clear();
-    s_->refs.assign(n, Ref{});
+    s_->rows.AssignEmpty(n);
 }
 
 void TextColumn::CopyFrom(const TextColumn& other) {
     if (this == &other) return;
-    document_ = other.document_;
-    outside_ = other.outside_;
+    fill_ = other.fill_;
     s_ = other.s_;
 }
 
 void TextColumn::PushBackStored(std::string_view text) {
     Storage& s = Own();
-    s.refs.push_back(Store(s, text));
+    if (text == fill_) {
+        s.rows.PushBack(false);
+        return;
+    }
+    const Ref r = Store(s, text);
+    s.rows.PushBack(true);
+    s.refs.push_back(r);
 }
 
 TextColumn::Ref TextColumn::Store(Storage& s, std::string_view text) {
     if (text.empty()) return Ref{};
     if (text.size() > kMaxLength) throw std::length_error("text too long for a table entry");
-    if (document_) {
-        const char* begin = document_->data();
-        const char* end = begin + document_->size();
+    if (s.document) {
+        const char* begin = s.document->data();
+        const char* end = begin + s.document->size();
         if (text.data() >= begin && text.data() + text.size() <= end)
             return Ref{uint32_t(text.data() - begin), uint32_t(text.size())};
     }
     if (text.size() <= 16) {
         for (const Ref& r : s.recent) {
             if (r.length == 0) continue;
-            if (View(r) == text) return r;
+            if (View(s, r) == text) return r;
         }
     }
     if (s.arena.size() + text.size() > 0xFFFFFFFFull) Compact(s);
@@ -70,40 +79,60 @@ TextColumn::Ref TextColumn::Store(Storage& s, std::string_view text) {
     return r;
 }
 
+void TextColumn::Forget(Storage& s, Ref old) {
+    if ((old.length & kKindMask) != kArena) return;
+    s.garbage += old.length & kMaxLength;
+    if (s.garbage > (1u << 20) && s.garbage * 2 > s.arena.size()) Compact(s);
+}
+
 void TextColumn::set(size_t i, std::string_view text) {
+    if (i >= size()) return;
     Storage& s = Own();
-    const Ref old = s.refs[i];
-    if ((old.length & kKindMask) == kArena && View(old) == text) return;
-    s.refs[i] = Store(s, text);
-    if ((old.length & kKindMask) == kArena) {
-        s.garbage += old.length & kMaxLength;
-        if (s.garbage > (1u << 20) && s.garbage * 2 > s.arena.size()) Compact(s);
+    const int64_t k = s.rows.Find(i);
+    if (k >= 0) {
+        const Ref old = s.refs[size_t(k)];
+        if ((old.length & kKindMask) == kArena && View(s, old) == text) return;
+        s.refs[size_t(k)] = Store(s, text);
+        Forget(s, old);
+        return;
     }
+    // A row that holds the fill gets an entry of its own.
+    if (text == fill_) return;
+    const Ref r = Store(s, text);
+    const size_t place = s.rows.Insert(i);
+    s.refs.insert(s.refs.begin() + ptrdiff_t(place), r);
 }
 
 void TextColumn::SetOutsidePieces(SharedText outside, std::span<const Piece> pieces) {
     Storage& s = Own();
     // Rows that still point into the old outside buffer and get no new piece keep their
-    // texts in the arena before that buffer goes. The pieces come in row order.
-    if (outside_) {
+    // texts in the arena before that buffer goes.
+    if (s.outside) {
         size_t k = 0;
-        for (size_t row = 0; row < s.refs.size(); ++row) {
+        s.rows.ForEach([&](size_t row, size_t place) {
+            Ref& r = s.refs[place];
+            if ((r.length & kKindMask) != kOutside) return;
             while (k < pieces.size() && pieces[k].row < row) ++k;
-            Ref& r = s.refs[row];
-            if ((r.length & kKindMask) != kOutside) continue;
-            if (k < pieces.size() && pieces[k].row == row) continue;
-            const std::string_view text = View(r);
+            if (k < pieces.size() && pieces[k].row == row) return;
+            const std::string_view text = View(s, r);
             r = Ref{uint32_t(s.arena.size()), uint32_t(text.size()) | kArena};
             s.arena.append(text);
-        }
+        });
     }
     for (const Piece& p : pieces) {
-        if (p.row >= s.refs.size() || p.length > kMaxLength) continue;
-        Ref& r = s.refs[p.row];
-        if ((r.length & kKindMask) == kArena) s.garbage += r.length & kMaxLength;
-        r = p.length == 0 ? Ref{} : Ref{p.offset, p.length | kOutside};
+        if (p.row >= s.rows.size() || p.length > kMaxLength) continue;
+        const Ref r = p.length == 0 ? Ref{} : Ref{p.offset, p.length | kOutside};
+        const int64_t k = s.rows.Find(p.row);
+        if (k >= 0) {
+            const Ref old = s.refs[size_t(k)];
+            s.refs[size_t(k)] = r;
+            if ((old.length & kKindMask) == kArena) s.garbage += old.length & kMaxLength;
+        } else if (p.length != 0 || !fill_.empty()) {
+            const size_t place = s.rows.Insert(p.row);
+            s.refs.insert(s.refs.begin() + ptrdiff_t(place), r);
+        }
     }
-    outside_ = std::move(outside);
+    s.outside = std::move(outside);
     if (s.garbage > (1u << 20) && s.garbage * 2 > s.arena.size()) Compact(s);
 }
 

@@ -2,12 +2,14 @@
 // A table of texts, one entry per row, held compactly.
 //
 // A conform list has hundreds of thousands of rows and every row has an entry in some
-// thirty tables, so a heap string per entry would cost many times the file. Here an entry
-// is 8 bytes: a piece of a shared buffer or of the table's own arena. The shared buffers
-// are the document (the normalised text of the list, which every table of a load shares)
-// and one outside buffer (the rendered list, whose event lines the working copy refers to).
-// A text that lies inside the attached document is referenced, never copied, so the
-// reader's cuts cost nothing; the arena holds the rest ("**", a repaired timecode).
+// thirty tables, so a heap string per entry would cost many times the file. Here only the
+// rows whose text differs from the table's fill ("" for nearly every table) hold an entry,
+// found through a RowSet, and an entry is 8 bytes: a piece of a shared buffer or of the
+// table's own arena. The shared buffers are the document (the normalised text of the list,
+// which every table of a load shares) and one outside buffer (the rendered list, whose event
+// lines the working copy refers to). A text that lies inside the attached document is
+// referenced, never copied, so the reader's cuts cost nothing; the arena holds the rest
+// ("**", a repaired timecode).
 //
 // A table made as a copy of another shares its entries until either is changed, so a
 // working copy that stays as read costs nothing.
@@ -23,55 +25,63 @@
 #include <string_view>
 #include <vector>
 
+#include "text/row_set.hpp"
+
 namespace vornelt {
 
 using SharedText = std::shared_ptr<const std::string>;
 
 class TextColumn {
 public:
-    TextColumn();
+    // `fill` is the text of every row that holds no entry of its own; it must outlive the
+    // table (a literal).
+    explicit TextColumn(std::string_view fill = {});
 
-    size_t size() const noexcept { return s_->refs.size(); }
-    bool empty() const noexcept { return s_->refs.empty(); }
+    size_t size() const noexcept { return s_->rows.size(); }
+    bool empty() const noexcept { return s_->rows.size() == 0; }
 
     // The entry of row i. Rows are in range by construction of the pipeline.
-    std::string_view operator()(size_t i) const noexcept { return View(s_->refs[i]); }
+    std::string_view operator()(size_t i) const noexcept { return At(i); }
     // The entry of row i, or "" for a row out of range.
     std::string_view Get(int64_t i) const noexcept {
-        return (i >= 0 && size_t(i) < s_->refs.size()) ? View(s_->refs[size_t(i)]) : std::string_view();
+        return (i >= 0 && size_t(i) < s_->rows.size()) ? At(size_t(i)) : std::string_view();
     }
 
     // Texts that lie inside this buffer are referenced from now on. Emptying the table keeps
     // the attachment, so a table refilled from the same document still shares it.
-    void AttachDocument(SharedText document) { document_ = std::move(document); }
-    const SharedText& Document() const noexcept { return document_; }
+    void AttachDocument(SharedText document) { Own().document = std::move(document); }
+    const SharedText& Document() const noexcept { return s_->document; }
 
     void clear();  // empties the table; keeps its attachment
-    void reserve(size_t n) { Own().refs.reserve(n); }
+    void reserve(size_t n) { Own().rows.Reserve(n); }
     void push_back(std::string_view text) {
-        // The reader's case, a cut of the attached document or an empty text, without a call.
+        // The reader's case, a cut of the attached document or the fill, without a call.
         if (s_.use_count() == 1 && text.size() <= kMaxLength) {
-            if (text.empty()) {
-                s_->refs.push_back(Ref{});
+            Storage& s = *s_;
+            if (text == fill_) {
+                s.rows.PushBack(false);
                 return;
             }
-            if (document_ && text.data() >= document_->data() &&
-                text.data() + text.size() <= document_->data() + document_->size()) {
-                s_->refs.push_back(Ref{uint32_t(text.data() - document_->data()), uint32_t(text.size())});
+            const SharedText& document = s.document;
+            if (document && text.data() >= document->data() &&
+                text.data() + text.size() <= document->data() + document->size()) {
+                s.rows.PushBack(true);
+                s.refs.push_back(Ref{uint32_t(text.data() - document->data()), uint32_t(text.size())});
                 return;
             }
         }
         PushBackStored(text);
     }
     void set(size_t i, std::string_view text);
-    // Sizes the table to n rows, all empty.
+    // Sizes the table to n rows, all holding the fill.
     void assign_empty(size_t n);
     // Makes this table an exact copy of `other`, sharing its storage until either changes.
     void CopyFrom(const TextColumn& other);
 
     // Points rows at pieces of an outside buffer, all in one go: pieces[k] says that row
     // `row` is the text at `offset`, `length` of `outside`. Rows that pointed into the
-    // outside buffer of the time before and are not among the pieces keep their texts.
+    // outside buffer of the time before and are not among the pieces keep their texts. The
+    // pieces come in row order.
     struct Piece {
         uint32_t row;
         uint32_t offset;
@@ -80,7 +90,9 @@ public:
     void SetOutsidePieces(SharedText outside, std::span<const Piece> pieces);
 
     // Bytes held beyond the shared buffers, for the memory figures.
-    size_t OwnBytes() const noexcept { return s_->arena.capacity() + s_->refs.capacity() * sizeof(Ref); }
+    size_t OwnBytes() const noexcept {
+        return s_->arena.capacity() + s_->refs.capacity() * sizeof(Ref) + s_->rows.Bytes();
+    }
 
 private:
     struct Ref {
@@ -93,8 +105,11 @@ private:
     static constexpr uint32_t kMaxLength = 0x3FFFFFFFu;
 
     struct Storage {
-        std::vector<Ref> refs;
+        RowSet rows;            // which rows hold an entry
+        std::vector<Ref> refs;  // their entries, in row order
         std::string arena;
+        SharedText document;
+        SharedText outside;
         size_t garbage = 0;  // arena bytes no entry refers to any more
         // The last few short texts put into the arena, so that a table set again and again
         // to "K", "D" or "**" does not grow.
@@ -102,22 +117,27 @@ private:
         size_t recentNext = 0;
     };
 
-    std::string_view View(Ref r) const noexcept {
+    std::string_view At(size_t i) const noexcept {
+        const Storage& s = *s_;
+        const int64_t k = s.rows.Find(i);
+        return k < 0 ? fill_ : View(s, s.refs[size_t(k)]);
+    }
+    static std::string_view View(const Storage& s, Ref r) noexcept {
         const uint32_t n = r.length & kMaxLength;
         if (n == 0) return {};
         switch (r.length & kKindMask) {
-            case kArena: return std::string_view(s_->arena.data() + r.offset, n);
-            case kOutside: return std::string_view(outside_->data() + r.offset, n);
-            default: return std::string_view(document_->data() + r.offset, n);
+            case kArena: return std::string_view(s.arena.data() + r.offset, n);
+            case kOutside: return std::string_view(s.outside->data() + r.offset, n);
+            default: return std::string_view(s.document->data() + r.offset, n);
         }
     }
     void PushBackStored(std::string_view text);
     Storage& Own();  // the storage, unshared first if it is shared
     Ref Store(Storage& s, std::string_view text);
-    void Compact(Storage& s);
+    static void Forget(Storage& s, Ref old);  // an entry replaced: its arena bytes are garbage
+    static void Compact(Storage& s);
 
-    SharedText document_;
-    SharedText outside_;
+    std::string_view fill_;
     std::shared_ptr<Storage> s_;
 };
 

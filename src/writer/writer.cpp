@@ -27,15 +27,12 @@ constexpr std::string_view kToClipName = "* TO CLIP NAME:  ";
 constexpr std::string_view kFromClipName = "* FROM CLIP NAME:  ";
 constexpr std::string_view kKeyClipName = "* KEY CLIP NAME:  ";
 
-// A motion line that is no motion line at all.
-constexpr double kNoMotion = -1111.0;
-
 // The tables are aligned by the load; these readers keep a run safe all the same when one
 // of them is short, by giving the value of a row that holds nothing.
-int32_t At(const Int32Table& t, int64_t i) noexcept { return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : -1; }
+int32_t At(const Int32Table& t, int64_t i) noexcept { return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : t.fill(); }
 bool At(const BoolTable& t, int64_t i) noexcept { return i >= 0 && size_t(i) < t.size() && t[size_t(i)]; }
 double At(const DoubleTable& t, int64_t i) noexcept {
-    return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : kNoMotion;
+    return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : kNoMotionLine;
 }
 
 // Format(value, "000") or "0000", appended without a string of its own.
@@ -136,7 +133,7 @@ bool KeepsNoteRow(std::string_view line, double motion, const RunOptions& o) {
     if (isMotion) {
         // Exact comparisons of the stored values: 0.0 is a freeze frame, anything but the
         // no-motion mark is a speed change.
-        if (!o.removeSpeedChanges && motion != kNoMotion && motion != 0.0) return true;
+        if (!o.removeSpeedChanges && motion != kNoMotionLine && motion != 0.0) return true;
         if (!o.removeFreezeFrames && motion == 0.0) return true;
     }
     return o.audio && BeginsCI(line, "AUD");
@@ -253,6 +250,7 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
     std::vector<ChangeItem>& report = m.report.Section(ReportSection::Writer);
     report.clear();
     m.report.renamedReels.clear();
+    const bool record = m.report.recording;
     bool firstEvent = true;
     int32_t masterReelEvents = 0;
     CommentBlock block(m.myAbsMovieName);
@@ -276,7 +274,7 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
                     } else {
                         // A new event: the block of the one before goes out, ahead of this
                         // line, with a FROM line unless this row brings its own transition.
-                        if (firstEvent)
+                        if (firstEvent && record)
                             report.push_back({ChangeKind::CommentBeforeFirstEvent, int32_t(i), current, 0,
                                               i == 2 ? "stands right behind the header"
                                                      : "is numbered " + std::to_string(current) + ", not 1",
@@ -287,7 +285,7 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
                     }
                 }
                 firstEvent = false;
-                if (o.mirror) {
+                if (o.mirror && record) {
                     if (!m.newReelName.empty()) {
                         ++masterReelEvents;
                     } else if (const std::string_view reel = m.copyReelNames.Get(i);
@@ -305,7 +303,7 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
                 out.push_back(kCR);
             } else if (KeepsNoteRow(line, At(m.readOrigM2, i), o)) {
                 out.append(line).push_back(kCR);
-            } else if (BeginsCI(line, "M2") || BeginsCI(line, "PEG A") || BeginsCI(line, "PEG B")) {
+            } else if (record && (BeginsCI(line, "M2") || BeginsCI(line, "PEG A") || BeginsCI(line, "PEG B"))) {
                 report.push_back({At(m.readOrigM2, i) == 0.0 ? ChangeKind::FreezeFrameRemoved
                                                               : ChangeKind::SpeedChangeRemoved,
                                   int32_t(i), current, 0, std::string(m.readOrigM2Str.Get(i)), {}});
@@ -323,14 +321,14 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
 
     // What this run changed besides the rows.
     m.report.written.clear();
-    m.report.written.reserve(generated.size());
-    for (const TextColumn::Piece& p : generated) m.report.written.emplace_back(p.row, p.offset);
-    {
+    if (record) {
+        m.report.written.reserve(generated.size());
+        for (const TextColumn::Piece& p : generated) m.report.written.emplace_back(p.row, p.offset);
         const std::string_view read = m.IsGrassValley ? Trim(m.ZeileEins) : Trim(Mid(m.ZeileEins, 7));
         if (read != m.newSeqTitle)
             report.push_back({ChangeKind::TitleApplied, -1, -1, 0, std::string(read), m.newSeqTitle});
     }
-    if (o.comments && !m.myAbsMovieName.empty())
+    if (o.comments && !m.myAbsMovieName.empty() && record)
         report.push_back({ChangeKind::MovieApplied, -1, -1, 0, {}, m.myAbsMovieName});
     if (masterReelEvents > 0)
         report.push_back(

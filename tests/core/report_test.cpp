@@ -23,6 +23,31 @@ std::string RunConverter(std::vector<std::string> args) {
     return out.str();
 }
 
+// Recording is what a report costs, and nothing else: off, every list comes out the same.
+TEST(Report, RecordingNeverChangesTheList) {
+    ConvertOptions plain, dissolves, mirrorOff;
+    dissolves.keysToDissolves = true;
+    dissolves.wipeNames = WipeNames::FinalCutPro;
+    mirrorOff.mirror = mirrorOff.audio = mirrorOff.keys = false;
+    mirrorOff.removeFreezeFrames = mirrorOff.removeSpeedChanges = false;
+    mirrorOff.reel = "MAST01";
+    mirrorOff.movie = "cut.mov";
+    for (const char* list : {"writer_demo_cmx.edl", "writer_demo_gvg.edl"}) {
+        for (ConvertOptions options : {plain, dissolves, mirrorOff}) {
+            if (std::string_view(list).find("gvg") != std::string_view::npos) options.reel.reset();
+            options.report = true;
+            const ConvertResult recorded = Convert(testing::TestData(list), options);
+            options.report = false;
+            const ConvertResult quiet = Convert(testing::TestData(list), options);
+            ASSERT_TRUE(recorded.ok() && quiet.ok()) << list;
+            EXPECT_FALSE(recorded.report.items.empty());
+            EXPECT_TRUE(quiet.report.items.empty());
+            EXPECT_EQ(recorded.bytes, quiet.bytes) << list;
+            EXPECT_EQ(recorded.messages, quiet.messages) << list;
+        }
+    }
+}
+
 // The report of each demo list, in each form, against its expected file. With
 // VORNELT_UPDATE_EXPECTED set the files are written anew instead (then read them through).
 TEST(Report, DemoListsGiveTheExpectedReports) {
@@ -95,7 +120,9 @@ TEST(Report, TheCheckFindsWhatIsWrongWithTheListAsRead) {
             if (count.severity == "warning") warnings[count.kind] = count.count;
         EXPECT_EQ(warnings, c.warnings);
         for (const ReportItem& item : r.report.items) {
-            if (item.severity == "warning") EXPECT_FALSE(item.text.empty());
+            if (item.severity == "warning") {
+                EXPECT_FALSE(item.text.empty());
+            }
         }
     }
 }

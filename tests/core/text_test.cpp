@@ -1,14 +1,18 @@
-// The text operations, the two character sets, the timecode conversions, and the compact table of
-// texts: copies that share until one changes, pieces that outlive their list, an arena that does not grow.
+// The text operations, the two character sets, the timecode conversions, and the compact tables:
+// sparse rows that read as a plain table would under any order of changes, copies that share until
+// one changes, pieces that outlive their list, an arena that does not grow.
 #include <gtest/gtest.h>
 
 #include <climits>
 #include <cmath>
+#include <cstring>
+#include <random>
 #include <string>
 
 #include "document/timecode.hpp"
 #include "fixtures.hpp"
 #include "text/encodings.hpp"
+#include "text/number_column.hpp"
 
 namespace vornelt {
 namespace {
@@ -137,18 +141,70 @@ TEST(Timecode, WorkedValuesEdgesOfTheScaleAndTheWayBack) {
             ASSERT_EQ(ToFrames(rate, ToTc(rate, int32_t(n))), n);
 }
 
-TEST(TextColumn, ACopySharesUntilEitherChanges) {
-    TextColumn read, copy, again;
-    for (const char* s : {"C", "W001", "K"}) read.push_back(s);
-    copy.CopyFrom(read);
-    copy.set(1, "D");
-    read.set(0, "X");
-    EXPECT_EQ(testing::Joined(copy) + " " + testing::Joined(read), "C|D|K X|W001|K");
-    copy.clear();
-    again.CopyFrom(read);
-    read.clear();
-    again.push_back("Z");
-    EXPECT_EQ(testing::Joined(again), "X|W001|K|Z");
+// Random changes in any order, to a table and to a copy of it, read back exactly as plain vectors
+// that take the same changes: rows without an entry, entries set in the middle, fills, copies.
+template <typename Table, typename Value, typename Same>
+void ChangeAtRandom(Table table, Table copy, const std::vector<Value>& values, Same same, uint32_t seed) {
+    std::mt19937 random(seed);
+    std::vector<Value> tableModel, copyModel;
+    for (int step = 0; step < 6000; ++step) {
+        const bool onCopy = random() % 3 == 0;
+        Table& t = onCopy ? copy : table;
+        std::vector<Value>& model = onCopy ? copyModel : tableModel;
+        const Value value = values[random() % values.size()];
+        // Tables grow to some hundreds of rows, several blocks of the row set.
+        const unsigned what = random() % 1000;
+        if (what == 0) {
+            t.clear();
+            model.clear();
+        } else if (what <= 10) {
+            copy.CopyFrom(table);
+            copyModel = tableModel;
+        } else if (what <= 400 || model.empty()) {
+            t.push_back(value);
+            model.push_back(value);
+        } else {
+            const size_t row = random() % model.size();
+            t.set(row, value);
+            model[row] = value;
+        }
+        ASSERT_EQ(t.size(), model.size());
+        if (step % 100 != 0 && step < 5900) continue;
+        for (size_t row = 0; row < model.size(); ++row) ASSERT_TRUE(same(t, row, model[row])) << "row " << row;
+    }
+}
+
+TEST(TextColumn, ReadsAsAPlainTableUnderAnyChanges) {
+    const auto document = std::make_shared<const std::string>("C D W001 K 01:00:00:00 A/V");
+    const std::string_view d = *document;
+    // Cuts of the document, the fill, empty, new text short and long.
+    const std::vector<std::string_view> texts = {d.substr(0, 1), d.substr(4, 4), d.substr(11, 11), "**", "", "D",
+                                                 "RL0001", "a longer text than sixteen bytes"};
+    const auto same = [](const TextColumn& t, size_t row, std::string_view want) { return t(row) == want; };
+    for (const std::string_view fill : {std::string_view(), std::string_view("**")}) {
+        TextColumn table(fill), copy(fill);
+        table.AttachDocument(document);
+        ChangeAtRandom(table, copy, texts, same, 7);
+    }
+    // Whole tables emptied to their fill, then set in row order as the passes do.
+    TextColumn names;
+    names.assign_empty(1000);
+    for (size_t row = 3; row < 1000; row += 7) names.set(row, "RL" + std::to_string(row));
+    EXPECT_EQ(names(0), "");
+    EXPECT_EQ(names(997), "RL997");
+    EXPECT_EQ(names.Get(1000), "");
+}
+
+TEST(NumberColumn, ReadsAsAPlainTableUnderAnyChanges) {
+    // Bit for bit: a negative zero is no zero, and the mark of a row without motion is exact.
+    const auto same = [](const auto& t, size_t row, auto want) {
+        const auto got = t[row];
+        return std::memcmp(&got, &want, sizeof(got)) == 0;
+    };
+    ChangeAtRandom(NumberColumn<int32_t>(-1), NumberColumn<int32_t>(-1),
+                   std::vector<int32_t>{-1, 0, 1, 25, INT32_MIN, INT32_MAX}, same, 11);
+    ChangeAtRandom(NumberColumn<double>(-1111.0), NumberColumn<double>(-1111.0),
+                   std::vector<double>{-1111.0, 0.0, -0.0, 25.0, -1111.0000001}, same, 13);
 }
 
 TEST(TextColumn, OutsidePiecesOutliveTheirBuffer) {
