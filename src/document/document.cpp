@@ -90,6 +90,7 @@ void ResetGlobalVariables_NEU(Document& m, const MainWindowState& w) {
     m.finalCMXString = std::make_shared<const std::string>();
     m.renderedList.reset();
     m.renderSpare.reset();
+    m.lastRendering = LastRendering{};
     m.ZeileEins.clear();
     m.ZeileZwei.clear();
     m.newReelName.clear();

@@ -9,6 +9,7 @@
 // text tables and -1 in the number tables. The pipeline routines hand over through these
 // tables, and the order of the calls is the whole contract.
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -90,6 +91,20 @@ struct CopyTables {
     BoolTable displayThisKeyEventLine;
 };
 
+// The event lines of the last rendering, for the next one: an event line whose tables have
+// not changed since, written under the same options, is copied from the list before instead
+// of being written anew.
+struct LastRendering {
+    static constexpr size_t kTables = 11;
+    const std::string* list = nullptr;      // the list the lines stand in (renderedList)
+    std::vector<TextColumn::Piece> lines;   // each event row's line in it, in row order
+    std::array<ChangeLog::Version, kTables> tables{};  // the tables the lines were written from
+    bool grassValley = false;
+    bool mirror = false;
+    bool keyToDissolve = false;
+    std::string reelName;
+};
+
 // The values of the current list.
 struct ListValues {
     // The file's text, then the normalised text. Every read table of a load refers into
@@ -100,6 +115,7 @@ struct ListValues {
     // nothing else holds it: the next rendering writes into that buffer's memory again.
     std::shared_ptr<std::string> renderedList;
     std::shared_ptr<std::string> renderSpare;
+    LastRendering lastRendering;
     int32_t maxZeilen = 0;
     double frameRate = 0.0;
     bool dropFrame = false;

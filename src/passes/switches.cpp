@@ -44,26 +44,37 @@ void AllAudioOnOff(Document& m, Platform& platform) {
 
     std::vector<ChangeItem>& report = m.report.Section(ReportSection::Audio);
     report.clear();
+    // The copy's mode is set only where it is not what it is to become.
+    const auto setMode = [&m](size_t i, std::string_view mode) {
+        if (m.copyMode(i) != mode) m.copyMode.set(i, mode);
+    };
     for (size_t i = 0; i < rows; ++i) {
         platform.Yield();
         const std::string_view mode = m.readOrigMode(i);
+        if (mode.empty()) {
+            // No track at all (every line that is no event): it counts as audio, shown while
+            // audio is kept.
+            setMode(i, mode);
+            m.displayThisAudioEventLine[i] = m.boolA1234;
+            continue;
+        }
         const auto [video, audio] = TracksOf(mode);
         if (m.boolA1234) {
             // Audio kept: a row without any audio mark but with a "V" is pure video and keeps
             // what it has.
             if (audio || !video) {
-                m.copyMode.set(i, mode);
+                setMode(i, mode);
                 m.displayThisAudioEventLine[i] = true;
             }
         } else if (video && audio) {
-            m.copyMode.set(i, "V");
+            setMode(i, "V");
             m.displayThisAudioEventLine[i] = true;
             if (m.report.recording) report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), "V"});
         } else if (!video) {
             // Whatever holds no "V" counts as audio, "B" and "NONE" as well.
-            m.copyMode.set(i, mode);
+            setMode(i, mode);
             m.displayThisAudioEventLine[i] = false;
-            if (!mode.empty() && m.report.recording)
+            if (m.report.recording)
                 report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), {}});
         }
     }

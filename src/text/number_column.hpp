@@ -4,7 +4,8 @@
 // hold an entry, found through a RowSet. Nearly two thirds of a list's rows are comments,
 // notes and blank lines, and hold the fill in every number table.
 //
-// A table made as a copy of another shares its entries until either is changed.
+// A table made as a copy of another shares its entries until either is changed. Every change
+// is noted in the table's ChangeLog.
 
 #include <bit>
 #include <cstdint>
@@ -12,6 +13,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "text/change_log.hpp"
 #include "text/row_set.hpp"
 
 namespace vornelt {
@@ -37,6 +39,7 @@ public:
 
     void push_back(T value) {
         Storage& s = Own();
+        changes_.Row(s.rows.size());
         if (IsFill(value)) {
             s.rows.PushBack(false);
         } else {
@@ -46,6 +49,7 @@ public:
     }
     void set(size_t i, T value) {
         if (i >= size()) return;
+        changes_.Row(i);
         Storage& s = Own();
         if (const int64_t k = s.rows.Find(i); k >= 0) {
             s.values[size_t(k)] = value;
@@ -55,6 +59,7 @@ public:
         }
     }
     void clear() {
+        changes_.Everything();
         if (s_.use_count() > 1) {
             s_ = std::make_shared<Storage>();
         } else {
@@ -65,6 +70,7 @@ public:
     void reserve(size_t rows) { Own().rows.Reserve(rows); }
     // Makes this table an exact copy of `other`, sharing its storage until either changes.
     void CopyFrom(const NumberColumn& other) {
+        changes_.Everything();
         fill_ = other.fill_;
         s_ = other.s_;
     }
@@ -75,6 +81,9 @@ public:
         const Storage& s = *s_;
         s.rows.ForEach([&](size_t row, size_t place) { f(row, s.values[place]); });
     }
+
+    const ChangeLog& Changes() const noexcept { return changes_; }
+    ChangeLog& Changes() noexcept { return changes_; }
 
     // Bytes held, for the memory figures.
     size_t OwnBytes() const noexcept { return s_->values.capacity() * sizeof(T) + s_->rows.Bytes(); }
@@ -101,6 +110,7 @@ private:
 
     T fill_;
     std::shared_ptr<Storage> s_;
+    ChangeLog changes_;
 };
 
 }  // namespace vornelt

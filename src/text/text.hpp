@@ -75,17 +75,19 @@ inline bool IsCI(TextView text, TextView literal) noexcept {
     return true;
 }
 
-// StartsWithCI for an ASCII literal, with a text that begins in ASCII compared in place.
+// StartsWithCI for an ASCII literal, with a text that begins in ASCII compared in place: an
+// ASCII character folds to one letter, so a difference there, or an ASCII text shorter than
+// the literal, settles it. Only a character outside ASCII goes the general way.
 inline bool BeginsCI(TextView text, TextView literal) noexcept {
-    if (text.size() < literal.size()) return StartsWithCI(text, literal);
-    for (size_t k = 0; k < literal.size(); ++k) {
+    const size_t n = text.size() < literal.size() ? text.size() : literal.size();
+    for (size_t k = 0; k < n; ++k) {
         char a = text[k], b = literal[k];
         if (static_cast<unsigned char>(a) >= 0x80) return StartsWithCI(text, literal);
         if (a >= 'a' && a <= 'z') a = char(a - 32);
         if (b >= 'a' && b <= 'z') b = char(b - 32);
         if (a != b) return false;
     }
-    return true;
+    return n == literal.size() && !literal.empty();
 }
 
 // Every match, left to right, not overlapping; an empty `find` changes nothing.

@@ -13,6 +13,7 @@ TextColumn::Storage& TextColumn::Own() {
 }
 
 void TextColumn::clear() {
+    changes_.Everything();
     if (s_.use_count() > 1) {
         auto fresh = std::make_shared<Storage>();
         fresh->document = s_->document;
@@ -31,18 +32,20 @@ void TextColumn::clear() {
 }
 
 void TextColumn::assign_empty(size_t n) {
-    clear();
+    clear();  // a change of everything
     s_->rows.AssignEmpty(n);
 }
 
 void TextColumn::CopyFrom(const TextColumn& other) {
     if (this == &other) return;
+    changes_.Everything();
     fill_ = other.fill_;
     s_ = other.s_;
 }
 
 void TextColumn::PushBackStored(std::string_view text) {
     Storage& s = Own();
+    changes_.Row(s.rows.size());
     if (text == fill_) {
         s.rows.PushBack(false);
         return;
@@ -87,6 +90,7 @@ void TextColumn::Forget(Storage& s, Ref old) {
 
 void TextColumn::set(size_t i, std::string_view text) {
     if (i >= size()) return;
+    changes_.Row(i);
     Storage& s = Own();
     const int64_t k = s.rows.Find(i);
     if (k >= 0) {
@@ -121,6 +125,7 @@ void TextColumn::SetOutsidePieces(SharedText outside, std::span<const Piece> pie
     }
     for (const Piece& p : pieces) {
         if (p.row >= s.rows.size() || p.length > kMaxLength) continue;
+        changes_.Row(p.row);
         const Ref r = p.length == 0 ? Ref{} : Ref{p.offset, p.length | kOutside};
         const int64_t k = s.rows.Find(p.row);
         if (k >= 0) {

@@ -15,7 +15,7 @@
 // working copy that stays as read costs nothing.
 //
 // Entries are read as std::string_view; a view stays valid until the entry or the table is
-// changed.
+// changed. Every change is noted in the table's ChangeLog.
 
 #include <array>
 #include <cstdint>
@@ -25,6 +25,7 @@
 #include <string_view>
 #include <vector>
 
+#include "text/change_log.hpp"
 #include "text/row_set.hpp"
 
 namespace vornelt {
@@ -49,7 +50,10 @@ public:
 
     // Texts that lie inside this buffer are referenced from now on. Emptying the table keeps
     // the attachment, so a table refilled from the same document still shares it.
-    void AttachDocument(SharedText document) { Own().document = std::move(document); }
+    void AttachDocument(SharedText document) {
+        if (!empty() && document != s_->document) changes_.Everything();
+        Own().document = std::move(document);
+    }
     const SharedText& Document() const noexcept { return s_->document; }
 
     void clear();  // empties the table; keeps its attachment
@@ -58,6 +62,7 @@ public:
         // The reader's case, a cut of the attached document or the fill, without a call.
         if (s_.use_count() == 1 && text.size() <= kMaxLength) {
             Storage& s = *s_;
+            changes_.Row(s.rows.size());
             if (text == fill_) {
                 s.rows.PushBack(false);
                 return;
@@ -88,6 +93,9 @@ public:
         uint32_t length;
     };
     void SetOutsidePieces(SharedText outside, std::span<const Piece> pieces);
+
+    const ChangeLog& Changes() const noexcept { return changes_; }
+    ChangeLog& Changes() noexcept { return changes_; }
 
     // Bytes held beyond the shared buffers, for the memory figures.
     size_t OwnBytes() const noexcept {
@@ -139,6 +147,7 @@ private:
 
     std::string_view fill_;
     std::shared_ptr<Storage> s_;
+    ChangeLog changes_;
 };
 
 }  // namespace vornelt

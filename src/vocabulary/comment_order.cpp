@@ -8,38 +8,55 @@
 
 namespace vornelt {
 
-std::string SortCommentLine(std::string_view block) {
-    const std::vector<std::string_view> pieces = Split(block, "\r");
+void AppendSortedCommentLine(std::string& out, std::string_view block) {
     // Exactly three lines, each ended: four pieces, the last one after the final return.
-    if (pieces.size() != 4) return std::string(block);
+    std::array<std::string_view, 4> pieces{};
+    size_t count = 0;
+    for (size_t from = 0;; ++count) {
+        const size_t end = block.find(kCR, from);
+        if (count == pieces.size()) {
+            out.append(block);
+            return;
+        }
+        pieces[count] = block.substr(from, end == std::string_view::npos ? std::string_view::npos : end - from);
+        if (end == std::string_view::npos) break;
+        from = end + 1;
+    }
+    if (count != 3) {
+        out.append(block);
+        return;
+    }
 
     std::array<std::string_view, 3> slots{};
     for (size_t p = 0; p < 3; ++p) {
-        if (StartsWithCI(pieces[p], "* EFFECT NAME")) {
+        if (BeginsCI(pieces[p], "* EFFECT NAME")) {
             slots[0] = pieces[p];
             break;
         }
     }
     for (size_t p = 0; p < 3; ++p) {
-        if (StartsWithCI(pieces[p], "* FROM CLIP NAME")) {
+        if (BeginsCI(pieces[p], "* FROM CLIP NAME")) {
             slots[1] = pieces[p];
             break;
         }
     }
     // A key line counts only in first place; in second or third place it is lost.
-    if (StartsWithCI(pieces[0], "* TO CLIP NAME") || StartsWithCI(pieces[0], "* KEY CLIP NAME"))
+    if (BeginsCI(pieces[0], "* TO CLIP NAME") || BeginsCI(pieces[0], "* KEY CLIP NAME"))
         slots[2] = pieces[0];
-    else if (StartsWithCI(pieces[1], "* TO CLIP NAME"))
+    else if (BeginsCI(pieces[1], "* TO CLIP NAME"))
         slots[2] = pieces[1];
-    else if (StartsWithCI(pieces[2], "* TO CLIP NAME"))
+    else if (BeginsCI(pieces[2], "* TO CLIP NAME"))
         slots[2] = pieces[2];
 
-    std::string sorted;
-    sorted.reserve(block.size() + 3);
     for (const std::string_view slot : slots) {
-        sorted.append(slot);
-        sorted.push_back(kCR);
+        out.append(slot);
+        out.push_back(kCR);
     }
+}
+
+std::string SortCommentLine(std::string_view block) {
+    std::string sorted;
+    AppendSortedCommentLine(sorted, block);
     return sorted;
 }
 

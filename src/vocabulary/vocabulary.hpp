@@ -12,6 +12,8 @@ std::string WipeCodesSMPTE(std::string_view code);
 std::string WipeCodesFCP(std::string_view code);
 // Puts a comment block of exactly three lines into the order effect, from, to.
 std::string SortCommentLine(std::string_view block);
+// The same, appended to `out`.
+void AppendSortedCommentLine(std::string& out, std::string_view block);
 
 // The reels that a list keeps for black and the auxiliary source: "AX", "BL", "AUX" and
 // "BLACK". The writer, the entry fields and the converter all go by this one list.

@@ -8,7 +8,9 @@
 // Speed: a click on any option reruns this over the whole list, so the list is built in one
 // string and every field is appended to it directly; no row makes a string of its own.
 #include <algorithm>
+#include <cstring>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,8 +37,48 @@ double At(const DoubleTable& t, int64_t i) noexcept {
     return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : kNoMotionLine;
 }
 
+// One event line, put together in place and added to the list in one go: a line is some twenty
+// pieces, and each piece added to the list on its own costs a check of the list's room. A line
+// that does not fit (a long text in the duration or B field) is written the plain way.
+class LineBuffer {
+public:
+    LineBuffer& append(std::string_view s) noexcept {
+        if (s.size() > kRoom - n_) {
+            overflowed_ = true;
+        } else {
+            std::memcpy(data_ + n_, s.data(), s.size());
+            n_ += s.size();
+        }
+        return *this;
+    }
+    LineBuffer& append(size_t count, char c) noexcept {
+        if (count > kRoom - n_) {
+            overflowed_ = true;
+        } else {
+            std::memset(data_ + n_, c, count);
+            n_ += count;
+        }
+        return *this;
+    }
+    void push_back(char c) noexcept {
+        if (n_ == kRoom)
+            overflowed_ = true;
+        else
+            data_[n_++] = c;
+    }
+    bool Overflowed() const noexcept { return overflowed_; }
+    std::string_view Text() const noexcept { return {data_, n_}; }
+
+private:
+    static constexpr size_t kRoom = 192;
+    char data_[kRoom];
+    size_t n_ = 0;
+    bool overflowed_ = false;
+};
+
 // Format(value, "000") or "0000", appended without a string of its own.
-void AppendZeroFilled(std::string& out, int32_t value, int width) {
+template <typename Out>
+void AppendZeroFilled(Out& out, int32_t value, int width) {
     char digits[16];
     int n = 0;
     uint32_t magnitude = value < 0 ? uint32_t(0) - uint32_t(value) : uint32_t(value);
@@ -51,13 +93,15 @@ void AppendZeroFilled(std::string& out, int32_t value, int width) {
 
 // Mode and transition: padded by the length of the text; a text outside the lengths that
 // the field knows puts nothing into the line, neither text nor padding.
-void AppendMode(std::string& out, std::string_view mode) {
+template <typename Out>
+void AppendMode(Out& out, std::string_view mode) {
     const int64_t length = Len(mode);
     if (length < 1 || length > 5) return;
     out.append(mode).append(size_t(5 - length), ' ');
 }
 
-void AppendTransition(std::string& out, std::string_view trans) {
+template <typename Out>
+void AppendTransition(Out& out, std::string_view trans) {
     const int64_t length = Len(trans);
     if (length < 1 || length > 4) return;
     out.append(size_t(4 - length), ' ').append(trans);
@@ -74,7 +118,8 @@ struct RunOptions {
     int wipeTable;  // the row of the wipe-names popup: 0 Final Cut Pro, 1 SMPTE
 };
 
-void AppendEventLine(std::string& out, const Document& m, const RunOptions& o, int64_t i) {
+template <typename Out>
+void AppendEventLine(Out& out, const Document& m, const RunOptions& o, int64_t i, std::string& reelField) {
     const std::string_view bTrack = m.copyIsBTrack.Get(i);
 
     // Event number: stars for the background row of a key turned into a dissolve.
@@ -94,7 +139,9 @@ void AppendEventLine(std::string& out, const Document& m, const RunOptions& o, i
         else if (!IsReservedReel(reel))
             field = m.cleanClipReelName.Get(i);
     }
-    AppendReelField(out, field, o.grassValley);
+    reelField.clear();
+    AppendReelField(reelField, field, o.grassValley);
+    out.append(reelField);
     out.push_back(' ');
 
     AppendMode(out, m.copyMode.Get(i));
@@ -124,6 +171,74 @@ void AppendEventLine(std::string& out, const Document& m, const RunOptions& o, i
     out.append(m.copyRecInTC.Get(i));
     out.push_back(' ');
     out.append(m.copyRecOutTC.Get(i));
+}
+
+// The tables an event line is written from (AppendEventLine reads these and no others), in
+// the order of LastRendering::tables.
+std::array<ChangeLog*, LastRendering::kTables> LineTables(Document& m) {
+    return {&m.copyIsBTrack.Changes(),   &m.copyEventNumberInt.Changes(), &m.copyReelNames.Changes(),
+            &m.cleanClipReelName.Changes(), &m.copyMode.Changes(),        &m.copyTrans.Changes(),
+            &m.copyTransDur.Changes(),   &m.copyRecInTC.Changes(),        &m.copyRecOutTC.Changes(),
+            &m.copySourceInTC.Changes(), &m.copySourceOutTC.Changes()};
+}
+
+// The event lines of the list before that this rendering may copy: those of rows whose
+// tables have not changed since, when the options that shape a line are the same. Empty when
+// every line is to be written anew.
+class LinesBefore {
+public:
+    LinesBefore(Document& m, const RunOptions& o) : last_(m.lastRendering) {
+        if (!m.renderedList || last_.list != m.renderedList.get() || last_.grassValley != o.grassValley ||
+            last_.mirror != o.mirror || last_.keyToDissolve != o.keyToDissolve || last_.reelName != m.newReelName)
+            return;
+        const auto tables = LineTables(m);
+        changed_.assign(size_t(std::max<int32_t>(m.maxZeilen, 0)) / 64 + 1, 0);
+        for (size_t k = 0; k < tables.size(); ++k) {
+            const std::vector<uint32_t>* rows = tables[k]->RowsSince(last_.tables[k]);
+            if (!rows) {
+                changed_.clear();
+                return;
+            }
+            for (const uint32_t row : *rows)
+                if (row / 64 < changed_.size()) changed_[row / 64] |= uint64_t(1) << (row % 64);
+        }
+        list_ = *m.renderedList;
+        usable_ = true;
+    }
+
+    // Row i's line as the list before has it, or nothing when it must be written anew.
+    // Rows are asked for in ascending order.
+    std::optional<std::string_view> Line(size_t i) {
+        if (!usable_ || (changed_[i / 64] >> (i % 64) & 1) != 0) return std::nullopt;
+        const std::vector<TextColumn::Piece>& lines = last_.lines;
+        while (next_ < lines.size() && lines[next_].row < i) ++next_;
+        if (next_ == lines.size() || lines[next_].row != i) return std::nullopt;
+        const TextColumn::Piece& p = lines[next_];
+        return list_.substr(p.offset, p.length);
+    }
+
+private:
+    const LastRendering& last_;
+    std::vector<uint64_t> changed_;  // a bit for each row whose tables changed
+    std::string_view list_;
+    size_t next_ = 0;
+    bool usable_ = false;
+};
+
+// What the next rendering needs to copy this one's event lines.
+void RememberLines(Document& m, const RunOptions& o, std::vector<TextColumn::Piece>&& lines) {
+    LastRendering& last = m.lastRendering;
+    const auto tables = LineTables(m);
+    for (size_t k = 0; k < tables.size(); ++k) {
+        tables[k]->Watch();
+        last.tables[k] = tables[k]->Now();
+    }
+    last.list = m.renderedList.get();
+    last.lines = std::move(lines);
+    last.grassValley = o.grassValley;
+    last.mirror = o.mirror;
+    last.keyToDissolve = o.keyToDissolve;
+    last.reelName = m.newReelName;
 }
 
 // A row that is no event line: motion lines under the two removal options, audio lines
@@ -254,6 +369,8 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
     bool firstEvent = true;
     int32_t masterReelEvents = 0;
     CommentBlock block(m.myAbsMovieName);
+    std::string reelField;
+    LinesBefore linesBefore(m, o);
     std::vector<TextColumn::Piece> generated;
     generated.reserve(size_t(std::max<int32_t>(m.maxZeilen, 0)));
     int32_t current = 1;   // event number of the last event row written
@@ -280,7 +397,8 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
                                                      : "is numbered " + std::to_string(current) + ", not 1",
                                               {}});
                         if (duration.empty()) block.PrependFrom();
-                        out.append(SortCommentLine(block.Text())).push_back(kCR);
+                        AppendSortedCommentLine(out, block.Text());
+                        out.push_back(kCR);
                         block.Clear();
                     }
                 }
@@ -294,7 +412,16 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
                     }
                 }
                 const size_t start = out.size();
-                AppendEventLine(out, m, o, i);
+                if (const std::optional<std::string_view> before = linesBefore.Line(size_t(i))) {
+                    out.append(*before);
+                } else {
+                    LineBuffer eventLine;
+                    AppendEventLine(eventLine, m, o, i, reelField);
+                    if (eventLine.Overflowed())
+                        AppendEventLine(out, m, o, i, reelField);
+                    else
+                        out.append(eventLine.Text());
+                }
                 // The row's text becomes the line just generated. It is a piece of the list
                 // itself, handed over when the list is done; nothing of this run reads the
                 // row's text again.
@@ -347,6 +474,10 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
             m.copyCompletLine.set(p.row, std::string_view(*m.finalCMXString).substr(p.offset, p.length));
     }
     window.EditField1.Text = m.finalCMXString;
+    if (piecesFit)
+        RememberLines(m, o, std::move(generated));
+    else
+        m.lastRendering = LastRendering{};
     if (before && before.use_count() == 1) m.renderSpare = std::move(before);
 
     // 6. A fresh rendering always counts as unsaved.

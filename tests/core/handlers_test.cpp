@@ -1,5 +1,7 @@
 // The window handlers without a window: the main window state and the recording platform
 // stand in for the controls and the dialogs, and the real routines run underneath.
+#include <random>
+
 #include "fixtures.hpp"
 #include "ui/handlers.hpp"
 
@@ -61,6 +63,51 @@ TEST_F(HandlersTest, EveryOptionChangesTheListAndTurnedBackGivesItBack) {
     Chb_V2_Action(d());
     EXPECT_TRUE(keys.Enabled && !keys.Value);
     EXPECT_EQ(m().finalCMXString->find("***"), std::string::npos);
+}
+
+// A click writes anew only the event lines whose tables it changed and copies the others from
+// the list before. Any order of clicks gives, click for click, the lists that rendering every
+// line anew gives.
+TEST_F(HandlersTest, ClicksInAnyOrderGiveWhatAWholeRenderingGives) {
+    const std::pair<void (*)(Desktop&), CheckBox MainWindowState::*> boxes[] = {
+        {Chb_Mirror_Action, &MainWindowState::Chb_Mirror},
+        {Chb_RemoveFreezeFrame_Action, &MainWindowState::Chb_RemoveFreezeFrame},
+        {Chb_RemoveSpeedChanges_Action, &MainWindowState::Chb_RemoveSpeedChanges},
+        {Chb_TransToDissolve_Action, &MainWindowState::Chb_TransToDissolve},
+        {Chb_KeyToDissolve_Action, &MainWindowState::Chb_KeyToDissolve},
+        {Chb_ComntGenerateNew_Action, &MainWindowState::Chb_ComntGenerateNew},
+        {Chb_A1234_Action, &MainWindowState::Chb_A1234},
+        {Chb_V2_Action, &MainWindowState::Chb_V2},
+    };
+    for (const char* list : {"writer_demo_cmx.edl", "writer_demo_gvg.edl"}) {
+        SCOPED_TRACE(list);
+        const MainWindowState start = w();
+        // The same 300 clicks twice: rendered as the window renders, then every line anew.
+        std::vector<std::string> lists[2];
+        for (int whole = 0; whole < 2; ++whole) {
+            w() = start;
+            Load(testing::TestData(list));
+            std::mt19937 random(5);
+            for (int click = 0; click < 300; ++click) {
+                if (whole) m().lastRendering = LastRendering{};
+                const unsigned what = random() % 11;
+                if (what < std::size(boxes)) {
+                    CheckBox& box = w().*boxes[what].second;
+                    box.Value = !box.Value;
+                    boxes[what].first(d());
+                } else if (what == 8) {
+                    w().PopupTransition.ListIndex = 1 - w().PopupTransition.ListIndex;
+                    PopupTransition_Change(d());
+                } else {
+                    w().EF_ReelName.SetText(what == 9 ? "MAST" : "");
+                    EF_ReelName_TextChange(d());
+                }
+                lists[whole].push_back(*m().finalCMXString);
+            }
+        }
+        ASSERT_EQ(lists[0].size(), lists[1].size());
+        for (size_t k = 0; k < lists[0].size(); ++k) ASSERT_EQ(lists[0][k], lists[1][k]) << "click " << k;
+    }
 }
 
 TEST_F(HandlersTest, SaveCommandsAskForANameUnlessTheListWasSavedBefore) {
