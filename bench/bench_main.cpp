@@ -156,6 +156,21 @@ void BM_ConvertWithReport(benchmark::State& state) {
 }
 BENCHMARK(BM_ConvertWithReport)->Arg(100000)->Unit(benchmark::kMillisecond);
 
+// What recording the report costs a conversion of the big list (cmx_100k.edl): the whole load
+// road with its rendering and the bytes of the save, recording off (0, the converter without
+// --report) and on (1, the window; --report adds the sentences on top).
+void BM_ConvertRecording(benchmark::State& state) {
+    Bench b;
+    b.m.report.recording = state.range(0) != 0;
+    const std::string& bytes = BigList(100000);
+    for (auto _ : state) {
+        b.LoadWhole(bytes);
+        benchmark::DoNotOptimize(EncodeListForSaving(*b.m.finalCMXString).size());
+    }
+    state.SetLabel(state.range(0) ? "recording" : "not recording");
+}
+BENCHMARK(BM_ConvertRecording)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
 // What opening the What Changed window computes: the report in order, with the lines of the
 // new list (the sentences are made only for the rows in sight).
 void BM_ViewReport(benchmark::State& state) {

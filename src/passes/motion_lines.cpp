@@ -34,11 +34,11 @@ void CheckForM2(Document& m, Platform& platform) {
 
     for (size_t i = 0; i < lines; ++i) {
         const std::string_view line = m.readOrigCompleteLine.Get(int64_t(i));
-        if (StartsWithCI(line, "M2")) {
+        if (BeginsCI(line, "M2")) {
             const std::string_view speed = M2Speed(line);
             m.readOrigM2Str.push_back(speed);
             m.readOrigM2.push_back(Val(speed));
-        } else if (StartsWithCI(line, "PEG A") || StartsWithCI(line, "PEG B")) {
+        } else if (BeginsCI(line, "PEG A") || BeginsCI(line, "PEG B")) {
             const std::string_view speed = PegSpeed(line);
             m.readOrigM2Str.push_back(speed);
             m.readOrigM2.push_back(Val(speed));

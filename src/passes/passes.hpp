@@ -18,10 +18,9 @@ void CheckBSpurClipLenghts(Document& m, Platform& platform);
 // Names the clip chains (RL0001, ...) in cleanClipReelName.
 void CleanEDL_4(Document& m, Platform& platform);
 
-// Records what in the list as read may not be what its author meant: impossible
-// timecodes, times that run backwards or overlap, lines and characters Vornelt cannot
-// keep, and what the file's bytes look like. Changes nothing.
-void CheckList(Document& m, LooksLike encoding, Platform& platform);
+// Records what the file's bytes look like (UTF-8, UTF-16), the part of the check of the list
+// as read that the reader cannot make line by line. Changes nothing.
+void CheckList(Document& m, LooksLike encoding);
 
 // Keeps or leaves out the audio events, as boolA1234 says.
 void AllAudioOnOff(Document& m, Platform& platform);

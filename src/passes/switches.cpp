@@ -91,7 +91,7 @@ void AllKeysOnOff(Document& m, Platform& platform) {
     for (size_t i = 0; i < rows; ++i) {
         platform.Yield();
         const std::string_view trans = m.readOrigTrans(i);
-        if (!StartsWithCI(trans, "K")) continue;
+        if (!BeginsCI(trans, "K")) continue;
         if (m.boolV2) {
             m.copyTrans.set(i, "K");
             m.displayThisKeyEventLine[i] = true;
@@ -130,7 +130,7 @@ void EffectsToDissolve(Document& m, Platform& platform, bool toDissolve, ChangeK
 }  // namespace
 
 void AllKeysToDissolve(Document& m, Platform& platform) {
-    EffectsToDissolve(m, platform, m.boolKeyToDissolve, ChangeKind::KeyToDissolve, [](std::string_view trans) { return StartsWithCI(trans, "K"); });
+    EffectsToDissolve(m, platform, m.boolKeyToDissolve, ChangeKind::KeyToDissolve, [](std::string_view trans) { return BeginsCI(trans, "K"); });
 }
 
 void AllWipesToDissolve(Document& m, Platform& platform) {

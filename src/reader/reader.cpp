@@ -1,12 +1,14 @@
 #include "reader/reader.hpp"
 
 #include <cstring>
+#include <optional>
 
 #include "document/document.hpp"
 #include "text/text.hpp"
 #include "document/timecode.hpp"
 #include "document/window_state.hpp"
 #include "platform/platform.hpp"
+#include "reader/row_check.hpp"
 
 namespace vornelt {
 
@@ -80,9 +82,9 @@ struct Cutter {
 
 // The event line grammar, read from the right: four timecodes, then the tokens from the
 // left. `d` is the trimmed line and ends as the scratch text of the row.
-bool ReadEventLine(std::string_view& d, EventFields& f, bool& isGrassValley) {
+bool ReadEventLine(std::string_view& d, bool ascii, EventFields& f, bool& isGrassValley) {
     f = EventFields{};
-    const Cutter cut{IsAscii(d)};
+    const Cutter cut{ascii};
     std::string_view* codes[4] = {&f.recOut, &f.recIn, &f.sourceOut, &f.sourceIn};
     for (std::string_view* code : codes) {
         std::string_view candidate = cut.RightPart(d, 11);
@@ -140,7 +142,7 @@ void ShowProgress(ReadContext& c, int32_t i, int32_t maxZeilen) {
     c.platform.Redraw("ProgressBar1");
 }
 
-void ReadRows(Document& m, ReadContext& c) {
+void ReadRows(Document& m, ReadContext& c, RowCheck* check) {
     Platform& platform = c.platform;
     const size_t rows = size_t(m.maxZeilen) + 1;
     for (TextColumn* t : {&m.readOrigRecOutTC, &m.readOrigRecInTC, &m.readOrigSourceOutTC, &m.readOrigSourceInTC,
@@ -154,8 +156,10 @@ void ReadRows(Document& m, ReadContext& c) {
     const double rate = m.frameRate;
     EventFields f;
     for (int32_t i = 0; i <= m.maxZeilen; ++i) {
-        std::string_view d = m.readOrigCompleteLine(size_t(i));
-        ReadEventLine(d, f, m.IsGrassValley);
+        const std::string_view line = m.readOrigCompleteLine(size_t(i));
+        const bool ascii = IsAscii(line);
+        std::string_view d = line;
+        ReadEventLine(d, ascii, f, m.IsGrassValley);
         m.dummyReadZeile.push_back(d);
 
         m.readOrigRecOutTC.push_back(f.recOut);
@@ -163,7 +167,8 @@ void ReadRows(Document& m, ReadContext& c) {
         m.readOrigSourceOutTC.push_back(f.sourceOut);
         m.readOrigSourceInTC.push_back(f.sourceIn);
         m.readOrigEventNumberStr.push_back(f.number);
-        m.readOrigEventNumberInt.push_back(f.number.empty() ? -1 : ToInt32(Val(f.number)));
+        const int32_t event = f.number.empty() ? -1 : ToInt32(Val(f.number));
+        m.readOrigEventNumberInt.push_back(event);
         m.readOrigReelNames.push_back(f.reel);
         m.readOrigMode.push_back(f.mode);
         m.readOrigTrans.push_back(f.trans);
@@ -172,14 +177,20 @@ void ReadRows(Document& m, ReadContext& c) {
 
         const int32_t recOut = FrameAt(rate, f.recOut);
         const int32_t recIn = FrameAt(rate, f.recIn);
+        const int32_t sourceOut = FrameAt(rate, f.sourceOut);
+        const int32_t sourceIn = FrameAt(rate, f.sourceIn);
         m.readOrigRecOutFrame.push_back(recOut);
         m.readOrigRecInFrame.push_back(recIn);
-        m.readOrigSourceOutFrame.push_back(FrameAt(rate, f.sourceOut));
-        m.readOrigSourceInFrame.push_back(FrameAt(rate, f.sourceIn));
+        m.readOrigSourceOutFrame.push_back(sourceOut);
+        m.readOrigSourceInFrame.push_back(sourceIn);
         // The record side; swapped times give a negative duration, kept as it is.
         m.editDurationFrames.push_back(!f.recOut.empty() && !f.recIn.empty()
                                            ? int32_t(uint32_t(recOut) - uint32_t(recIn))
                                            : -1);
+
+        if (check)
+            check->Check({i, line, ascii, f.number, f.reel, f.mode, event, f.sourceIn, f.sourceOut, f.recIn, f.recOut,
+                          sourceIn, sourceOut, recIn, recOut});
 
         ShowProgress(c, i, m.maxZeilen);
         platform.Yield();
@@ -211,7 +222,7 @@ void ReadHeader(Document& m, ReadContext& c) {
         bool found = false;
         for (int32_t i = 0; i <= m.maxZeilen && !found; ++i) {
             std::string_view line = m.readOrigCompleteLine(size_t(i));
-            if (StartsWithCI(line, "TITLE:")) {
+            if (BeginsCI(line, "TITLE:")) {
                 m.newSeqTitle.assign(Trim(Mid(line, 7)));
                 m.ZeileEins.assign(line);
                 m.indexStart = i + 1;
@@ -226,7 +237,7 @@ void ReadHeader(Document& m, ReadContext& c) {
         for (int32_t i = 0; i <= m.maxZeilen; ++i) {
             std::string_view line = m.readOrigCompleteLine(size_t(i));
             platform.Yield();
-            if (!StartsWithCI(line, "FCM:")) continue;
+            if (!BeginsCI(line, "FCM:")) continue;
             std::string mode = ReplaceAll(Trim(Mid(line, 5)), " ", "");
             mode = ReplaceAll(mode, "-", "");
             mode = ReplaceAll(mode, "_", "");
@@ -348,9 +359,13 @@ void ParseCMX3600(Document& m, MainWindowState& window, ProgressWindow& progress
     }
     m.maxZeilen = int32_t(m.readOrigCompleteLine.size() - 1);
 
-    ReadRows(m, c);
+    // The check of the list as read goes along with the reading, while a report is recorded.
+    std::optional<RowCheck> check;
+    if (m.report.recording) check.emplace(m, m.frameRate);
+    ReadRows(m, c, check ? &*check : nullptr);
     FindExtent(m, platform);
     ReadHeader(m, c);
+    if (check) check->Finish();
 
     m.edlFormat = m.IsGrassValley ? "GVG (Grass Valley)" : "CMX";
     window.ST_EdlFormat.Text = m.edlFormat;

@@ -44,9 +44,11 @@ void LoadListBytes(Session& s, std::string bytes, const FolderItem& file, bool a
     window.Canvas1.Enabled = false;
     window.Canvas1.Visible = false;
 
-    const LooksLike encoding = GuessEncoding(bytes);
-    // Every byte is a character of Windows Latin 1.
-    m.cmxString = std::make_shared<std::string>(DecodeWindowsLatin1(std::move(bytes)));
+    // Every byte is a character of Windows Latin 1; a list of ASCII bytes alone is its own
+    // text. What the bytes look like besides is for the check of the list.
+    const bool ascii = IsAscii(bytes);
+    const LooksLike encoding = ascii ? LooksLike::Ascii : m.report.recording ? GuessEncoding(bytes) : LooksLike::Latin1;
+    m.cmxString = std::make_shared<std::string>(ascii ? std::move(bytes) : DecodeWindowsLatin1(std::move(bytes)));
 
     ResetGlobalVariables_NEU(m, window);
 
@@ -74,7 +76,7 @@ void LoadListBytes(Session& s, std::string bytes, const FolderItem& file, bool a
     CopyArrays(m, s.platform);
     CheckBSpurClipLenghts(m, s.platform);
     CleanEDL_4(m, s.platform);
-    CheckList(m, encoding, s.platform);
+    CheckList(m, encoding);
     if (render == Render::Now)
         PrepareToDisplay(s);
     else

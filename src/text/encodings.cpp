@@ -158,7 +158,7 @@ LooksLike GuessEncoding(std::string_view bytes) {
         }
         if (evenNul * 10 >= probe / 2 * 9 || oddNul * 10 >= probe / 2 * 9) return LooksLike::Utf16;
     }
-    if (IsAscii(bytes)) return LooksLike::Latin1;
+    if (IsAscii(bytes)) return LooksLike::Ascii;
     size_t sequences = 0;
     for (size_t i = 0; i < bytes.size();) {
         const unsigned char b = at(i);

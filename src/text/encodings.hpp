@@ -38,8 +38,9 @@ std::string CharactersNotInMacRoman(std::string_view text);
 
 // What the bytes of a file look like besides Windows Latin 1, the form every list is read
 // in: UTF-8 (a byte order mark, or valid sequences of several bytes and no invalid one), or
-// UTF-16 (a byte order mark, or a NUL in every other byte of the first lines).
-enum class LooksLike { Latin1, Utf8, Utf16 };
+// UTF-16 (a byte order mark, or a NUL in every other byte of the first lines); ASCII when
+// every byte is below 128.
+enum class LooksLike { Ascii, Latin1, Utf8, Utf16 };
 LooksLike GuessEncoding(std::string_view bytes);
 
 }  // namespace vornelt

@@ -1,0 +1,135 @@
+#include "reader/row_check.hpp"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+#include "text/encodings.hpp"
+#include "text/text.hpp"
+
+namespace vornelt {
+
+namespace {
+
+int Digits2(std::string_view tc, size_t at) {
+    const unsigned a = unsigned(tc[at]) - '0', b = unsigned(tc[at + 1]) - '0';
+    return a > 9 || b > 9 ? -1 : int(a * 10 + b);
+}
+
+// A timecode that can exist at `fps` frames per second: the one test made on every timecode.
+bool CanExist(std::string_view tc, int fps) {
+    if (tc.size() != 11) return false;
+    const int minutes = Digits2(tc, 3), seconds = Digits2(tc, 6), frames = Digits2(tc, 9);
+    return Digits2(tc, 0) >= 0 && minutes >= 0 && minutes < 60 && seconds >= 0 && seconds < 60 && frames >= 0 &&
+           frames < fps;
+}
+
+// Why a timecode of the list cannot exist at `fps` frames per second.
+std::string WhyImpossible(std::string_view tc, int fps) {
+    if (tc.size() != 11) return "not HH:MM:SS:FF";
+    const int hours = Digits2(tc, 0), minutes = Digits2(tc, 3), seconds = Digits2(tc, 6), frames = Digits2(tc, 9);
+    if (hours < 0 || minutes < 0 || seconds < 0 || frames < 0) return "a field that is no number";
+    if (minutes >= 60) return "minute " + std::to_string(minutes);
+    if (seconds >= 60) return "second " + std::to_string(seconds);
+    if (frames >= fps) return "frame " + std::to_string(frames);
+    return {};
+}
+
+// Lines other than events that a list may hold and Vornelt knows what to do with.
+bool IsKnownNote(std::string_view line) {
+    if (line.empty() || line[0] == '*') return true;
+    for (const std::string_view start : {"TITLE:", "FCM:", "M2", "PEG A", "PEG B", "AUD", "SPLIT", ">>>",
+                                         "EFFECTS NAME", "SMPTE FRAME CODE", "NON-DROP FRAME", "DROP FRAME"})
+        if (BeginsCI(line, start)) return true;
+    return false;
+}
+
+// The few tracks of a list are short ASCII texts: such a track in capitals, as one number
+// that equals another exactly when the two tracks are the same in any case; 0 for any other
+// track, which is compared the general way.
+uint64_t TrackKey(std::string_view track) {
+    if (track.empty() || track.size() > 8) return 0;
+    uint64_t key = 0;
+    for (const char c : track) {
+        if (static_cast<unsigned char>(c) >= 0x80) return 0;
+        key = key << 8 | uint64_t(c >= 'a' && c <= 'z' ? c - 32 : c);
+    }
+    return key;
+}
+
+}  // namespace
+
+// Reel names are short: one multiplication for a name of up to eight bytes.
+size_t RowCheck::NameHash::operator()(std::string_view name) const noexcept {
+    if (name.size() > 8) return std::hash<std::string_view>()(name);
+    uint64_t word = 0;
+    std::memcpy(&word, name.data(), name.size());
+    return size_t((word ^ name.size()) * 0x9E3779B97F4A7C15ull >> 16);
+}
+
+RowCheck::RowCheck(Document& m, double frameRate)
+    : m_(m), items_(m.report.Section(ReportSection::Load)), fps_(int(frameRate)) {}
+
+void RowCheck::Check(const Line& l) {
+    if (!l.ascii) {
+        if (const std::string missing = CharactersNotInMacRoman(l.text); !missing.empty())
+            items_.push_back({ChangeKind::NotMacRoman, l.row, l.event, 0, missing, {}});
+    }
+
+    if (l.number.empty()) {
+        if (BeginsCI(l.text, "FCM:") && InStr(l.text, "DROP") > 0 && InStr(l.text, "NON") == 0 && fps_ != 30)
+            items_.push_back({ChangeKind::DropFrameAtRate, l.row, -1, 0, std::string(Trim(Mid(l.text, 5))), {}});
+        // A GVG list's first line with text is its title: that line leaves again in Finish.
+        if (!IsKnownNote(l.text)) items_.push_back({ChangeKind::UnknownLine, l.row, -1, 0, std::string(Left(l.text, 60)), {}});
+        return;
+    }
+
+    for (const std::string_view code : {l.sourceIn, l.sourceOut, l.recordIn, l.recordOut}) {
+        if (!CanExist(code, fps_)) {
+            items_.push_back({ChangeKind::ImpossibleTimecode, l.row, l.event, 0, std::string(code), WhyImpossible(code, fps_)});
+            break;
+        }
+    }
+    if (l.sourceOutFrame < l.sourceInFrame)
+        items_.push_back({ChangeKind::SourceOutBeforeIn, l.row, l.event, 0, std::string(l.sourceIn), std::string(l.sourceOut)});
+    if (l.recordOutFrame < l.recordInFrame)
+        items_.push_back({ChangeKind::RecordBackwards, l.row, l.event, 0, std::string(l.recordIn), std::string(l.recordOut)});
+
+    // The rows of one event (a transition's two lines, a key's) may share their time.
+    const uint64_t key = TrackKey(l.mode);
+    auto end = std::find_if(tracks_.begin(), tracks_.end(), [&](const TrackEnd& t) {
+        return key != 0 && t.key != 0 ? t.key == key : EqualsCI(t.track, l.mode);
+    });
+    if (end == tracks_.end()) {
+        tracks_.push_back({l.mode, key, l.recordOutFrame, l.event});
+    } else {
+        if (end->event != l.event && l.recordInFrame < end->recordOut)
+            items_.push_back({ChangeKind::RecordOverlap, l.row, l.event, end->event, std::string(l.recordIn), std::string(end->track)});
+        if (end->event != l.event || l.recordOutFrame > end->recordOut) end->recordOut = l.recordOutFrame;
+        end->event = l.event;
+    }
+
+    // A name of no more bytes than the narrower form takes has no more characters either.
+    if (l.reel.size() > 6) {
+        const int32_t length = int32_t(Len(l.reel));
+        if (length > 6 && longNames_.insert(l.reel).second) longReels_.push_back({l.reel, l.row, l.event, length});
+    }
+}
+
+void RowCheck::Finish() {
+    if (m_.IsGrassValley) {
+        const int32_t title = m_.indexStart - 1;
+        auto it = std::find_if(items_.begin(), items_.end(), [&](const ChangeItem& item) {
+            return item.kind == ChangeKind::UnknownLine && item.row == title;
+        });
+        if (it != items_.end()) items_.erase(it);
+    }
+    // The first line of each name too long for the list's form.
+    const int32_t width = m_.IsGrassValley ? 6 : 8;
+    for (const LongReel& r : longReels_)
+        if (r.length > width)
+            items_.push_back({ChangeKind::ReelTooLong, r.row, r.event, r.length, std::string(r.name),
+                              std::to_string(width) + (m_.IsGrassValley ? " (GVG)" : " (CMX)")});
+}
+
+}  // namespace vornelt
