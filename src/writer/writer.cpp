@@ -45,7 +45,7 @@ public:
     LineBuffer& append(std::string_view s) noexcept {
         if (s.size() > kRoom - n_) {
             overflowed_ = true;
-        } else {
+        } else if (!s.empty()) {  // an empty text may have no address at all
             std::memcpy(data_ + n_, s.data(), s.size());
             n_ += s.size();
         }
