@@ -19,6 +19,8 @@ namespace vornelt::qt {
 namespace {
 
 constexpr int kMostLines = 30;
+// The texts of item rows kept for showing while a handler runs: those in sight, and more.
+constexpr qsizetype kMostShown = 4096;
 
 QString Where(const ReportEntry& e) {
     QString where = e.row >= 0 ? QStringLiteral("line %1").arg(e.row + 1) : QStringLiteral("list");
@@ -31,6 +33,7 @@ QString Where(const ReportEntry& e) {
 void ReportModel::setView(ReportView view) {
     beginResetModel();
     view_ = std::move(view);
+    shown_.clear();
     groups_.clear();
     for (size_t k = 0; k < view_.entries.size();) {
         const ChangeKind kind = view_.entries[k].kind;
@@ -83,10 +86,15 @@ QVariant ReportModel::data(const QModelIndex& index, int role) const {
         }
         return {};
     }
+    if (role != Qt::DisplayRole) return {};
+    const quint64 key = (quint64(index.internalId()) << 32) | quint64(index.row());
+    if (frozen_ && frozen_()) return shown_.value(key);
+    if (auto it = shown_.constFind(key); it != shown_.constEnd()) return *it;
     const ReportEntry& e = *entry(index);
-    if (role == Qt::DisplayRole)
-        return Where(e) + QStringLiteral("   ") + QString::fromStdString(EntryText(e, *view_.document));
-    return {};
+    const QString text = Where(e) + QStringLiteral("   ") + QString::fromStdString(EntryText(e, *view_.document));
+    if (shown_.size() >= kMostShown) shown_.clear();
+    shown_.insert(key, text);
+    return text;
 }
 
 WhatChangedView::WhatChangedView(AppShell& shell)
@@ -96,6 +104,7 @@ WhatChangedView::WhatChangedView(AppShell& shell)
     setWindowTitle(QStringLiteral("What Changed"));
     setAttribute(Qt::WA_DeleteOnClose);
     tree_->setObjectName("WhatChangedItems");
+    model_->setFrozen([&shell] { return shell.Busy(); });
     tree_->setModel(model_);
     tree_->setHeaderHidden(true);
     tree_->setUniformRowHeights(true);  // a hundred thousand rows scroll without measuring each
@@ -133,8 +142,10 @@ WhatChangedView::WhatChangedView(AppShell& shell)
 }
 
 void WhatChangedView::Refresh() {
+    // A running handler is still changing the report: its end brings the windows in line.
+    if (shell_.Busy()) return;
     const Document& m = shell_.desktop().session.document;
-    if (shownList_ == m.finalCMXString && model_->rowCount() > 0) return;
+    if (shownList_.lock() == m.finalCMXString && model_->rowCount() > 0) return;
     shownList_ = m.finalCMXString;
     model_->setView(ViewReport(m));
     int changes = 0, warnings = 0;
