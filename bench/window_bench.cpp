@@ -166,6 +166,38 @@ void BM_WindowClickHandlerOnly(benchmark::State& state) {
 }
 BENCHMARK(BM_WindowClickHandlerOnly)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+// What follows the handler: the windows brought in line with the new list (the text area
+// takes it, What Changed when it is open, range(1)) and painted. The handler runs outside
+// the timing.
+void BM_WindowAfterHandler(benchmark::State& state) {
+    Program& p = ProgramWith(int(state.range(0)));
+    p.CloseWhatChanged();
+    PaintCounter treePaints;
+    if (state.range(1)) {
+        qt::WhatChangedView* report = p.OpenWhatChanged();
+        report->tree()->expand(report->model()->index(0, 0));
+        Settle();
+        treePaints.Watch(report->tree()->viewport());
+    }
+    Desktop& d = p.shell->desktop();
+    const int before = p.paints.paints;
+    for (auto _ : state) {
+        state.PauseTiming();
+        CheckBox& audio = d.session.MainWindow().Chb_A1234;
+        audio.Value = !audio.Value;
+        Chb_A1234_Action(d);
+        state.ResumeTiming();
+        p.shell->Sync();
+        Settle();
+    }
+    Counters(state, p, before);
+    if (state.range(1))
+        state.counters["report paints"] = benchmark::Counter(double(treePaints.paints), benchmark::Counter::kAvgIterations);
+    state.SetLabel(state.range(1) ? "What Changed open" : "");
+    p.CloseWhatChanged();
+}
+BENCHMARK(BM_WindowAfterHandler)->ArgsProduct({{10000, 100000}, {0, 1}})->Unit(benchmark::kMillisecond)->UseRealTime();
+
 // The text area's part alone: a new list taken and its rows in sight painted (two renderings
 // of the list in turn, as the clicks give them).
 void BM_ListViewTakesList(benchmark::State& state) {
