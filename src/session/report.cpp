@@ -44,9 +44,17 @@ void SortByRow(std::vector<ReportEntry>::iterator from, std::vector<ReportEntry>
     }
 }
 
+// The line in the new list that an entry's kind gives, or kLineToCount when it is counted
+// from the writer's offset of its row.
+int32_t EarlyLine(const ReportEntry& e) {
+    if (e.kind == ChangeKind::TitleApplied) return 1;
+    if (e.kind == ChangeKind::CommentBeforeFirstEvent) return 4;  // behind the two header lines and the empty one
+    return e.row >= 0 ? kLineToCount : 0;
+}
+
 }  // namespace
 
-ReportView ViewReport(const Document& m) {
+ReportView ViewReport(const Document& m, ReportLines lines) {
     ReportView view;
     view.document = &m;
     view.oneLineChains = m.report.singleLineChains;
@@ -73,6 +81,11 @@ ReportView ViewReport(const Document& m) {
         if (!std::is_sorted(from, to, [](const ReportEntry& a, const ReportEntry& b) { return a.row < b.row; })) SortByRow(from, to);
     }
 
+    if (lines == ReportLines::WhenShown) {
+        for (ReportEntry& e : view.entries) e.lineWritten = EarlyLine(e);
+        return view;
+    }
+
     // The line of each written row in the new list: the writer's byte offsets, counted in
     // lines in one walk through the list.
     const auto& written = m.report.written;  // in row order, and so in the order of the list
@@ -93,14 +106,36 @@ ReportView ViewReport(const Document& m) {
     for (const auto& [row, offset] : written)
         if (int32_t& line = lineOfRow[row]; line == 0) line = lineAt(offset);
     for (ReportEntry& e : view.entries) {
-        if (e.kind == ChangeKind::TitleApplied)
-            e.lineWritten = 1;
-        else if (e.kind == ChangeKind::CommentBeforeFirstEvent)
-            e.lineWritten = 4;  // behind the two header lines and the empty one
-        else if (e.row >= 0 && e.row < rows)
-            e.lineWritten = lineOfRow[size_t(e.row)];
+        e.lineWritten = EarlyLine(e);
+        if (e.lineWritten == kLineToCount) e.lineWritten = e.row < rows ? lineOfRow[size_t(e.row)] : 0;
     }
     return view;
+}
+
+namespace {
+
+constexpr size_t kLineBlock = 1 << 16;
+
+}  // namespace
+
+WrittenLines::WrittenLines(const Document& m) : document_(&m), list_(m.finalCMXString) {}
+
+int32_t WrittenLines::Of(const ReportEntry& e) {
+    if (e.lineWritten != kLineToCount) return e.lineWritten;
+    const SharedText list = list_.lock();
+    if (!document_ || !list || list != document_->finalCMXString) return 0;
+    const auto& written = document_->report.written;
+    const auto at = std::lower_bound(written.begin(), written.end(), std::pair<uint32_t, uint32_t>(uint32_t(e.row), 0));
+    if (at == written.end() || at->first != uint32_t(e.row)) return 0;
+    const std::string& text = *list;
+    const size_t offset = std::min<size_t>(at->second, text.size());
+    const size_t block = offset / kLineBlock;
+    if (linesBefore_.empty()) linesBefore_.push_back(0);
+    while (linesBefore_.size() <= block) {
+        const size_t from = (linesBefore_.size() - 1) * kLineBlock;
+        linesBefore_.push_back(linesBefore_.back() + CountCR(text.data() + from, kLineBlock));
+    }
+    return 1 + linesBefore_[block] + CountCR(text.data() + block * kLineBlock, offset - block * kLineBlock);
 }
 
 ConvertReport MakeConvertReport(const ReportView& view, const Document& m) {

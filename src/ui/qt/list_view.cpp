@@ -178,49 +178,48 @@ inline int BitCount(uint64_t x) {
     return int((x * 0x0101010101010101ULL) >> 56);
 }
 
-// A block of 64 bytes: a bit for each byte that is a CR or an LF, and one for each LF.
-struct BlockBits {
-    uint64_t ends;
-    uint64_t lf;
-};
-
-// Eight bytes at a time in a machine word, for every processor.
+// Eight bytes at a time in a machine word, for every processor. Block: the bits of the CR
+// and LF bytes of 64 bytes.
 struct WordScanner {
     uint64_t high = 0;
-    BlockBits Block(const char* p) {
-        constexpr uint64_t cr = 0x0D0D0D0D0D0D0D0DULL, lf = 0x0A0A0A0A0A0A0A0AULL;
-        BlockBits bits{0, 0};
+    uint64_t lf = 0;
+    uint64_t Block(const char* p) {
+        constexpr uint64_t crs = 0x0D0D0D0D0D0D0D0DULL, lfs = 0x0A0A0A0A0A0A0A0AULL;
+        uint64_t bits = 0;
         for (size_t w = 0; w < kBlock / 8; ++w) {
             uint64_t word;
             std::memcpy(&word, p + 8 * w, 8);
             high |= word;
-            const uint64_t isLF = ZeroBytes(word ^ lf);
-            bits.ends |= GatherHighBits(ZeroBytes(word ^ cr) | isLF) << (8 * w);
-            bits.lf |= GatherHighBits(isLF) << (8 * w);
+            const uint64_t isLF = ZeroBytes(word ^ lfs);
+            lf |= isLF;
+            bits |= GatherHighBits(ZeroBytes(word ^ crs) | isLF) << (8 * w);
         }
         return bits;
     }
     bool Ascii() const { return (high & 0x8080808080808080ULL) == 0; }
+    bool AnyLF() const { return lf != 0; }
 };
 
 #if defined(__SSE2__)
 // Sixteen bytes at a time in the vector registers of x86.
 struct VectorScanner {
     __m128i high = _mm_setzero_si128();
-    BlockBits Block(const char* p) {
-        const __m128i cr = _mm_set1_epi8('\r');
-        const __m128i lf = _mm_set1_epi8('\n');
-        BlockBits bits{0, 0};
+    __m128i lf = _mm_setzero_si128();
+    uint64_t Block(const char* p) {
+        const __m128i crs = _mm_set1_epi8('\r');
+        const __m128i lfs = _mm_set1_epi8('\n');
+        uint64_t bits = 0;
         for (size_t v = 0; v < kBlock / 16; ++v) {
             const __m128i x = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16 * v));
             high = _mm_or_si128(high, x);
-            const __m128i isLF = _mm_cmpeq_epi8(x, lf);
-            bits.ends |= uint64_t(uint32_t(_mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(x, cr), isLF)))) << (16 * v);
-            bits.lf |= uint64_t(uint32_t(_mm_movemask_epi8(isLF))) << (16 * v);
+            const __m128i isLF = _mm_cmpeq_epi8(x, lfs);
+            lf = _mm_or_si128(lf, isLF);
+            bits |= uint64_t(uint32_t(_mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(x, crs), isLF)))) << (16 * v);
         }
         return bits;
     }
     bool Ascii() const { return _mm_movemask_epi8(high) == 0; }
+    bool AnyLF() const { return _mm_movemask_epi8(lf) != 0; }
 };
 #endif
 
@@ -230,14 +229,12 @@ struct VectorScanner {
 template <typename Scanner>
 size_t LineEndBytes(const char* data, size_t size, Offsets& ends, bool& ascii, bool& anyLF) {
     Scanner scanner;
-    uint64_t lf = 0;
+    bool lf = false;
     size_t n = 0;
     size_t i = 0;
     for (; i + kBlock <= size; i += kBlock) {
         if (ends.size() < n + kBlock) ends.resize(std::max(ends.size() * 2, n + kBlock + size / 32));
-        const BlockBits bits = scanner.Block(data + i);
-        lf |= bits.lf;
-        uint64_t m = bits.ends;
+        uint64_t m = scanner.Block(data + i);
         uint32_t* out = ends.data() + n;
         const int count = BitCount(m);
         const auto at = [i](uint64_t mask) { return uint32_t(i + size_t(std::countr_zero(mask))); };
@@ -255,11 +252,11 @@ size_t LineEndBytes(const char* data, size_t size, Offsets& ends, bool& ascii, b
         if (c == '\r' || c == '\n') {
             if (ends.size() <= n) ends.resize(n + 1);
             ends[n++] = uint32_t(i);
-            lf |= c == '\n';
+            lf = lf || c == '\n';
         }
     }
     ascii = scanner.Ascii() && high < 0x80;
-    anyLF = lf != 0;
+    anyLF = lf || scanner.AnyLF();
     return n;
 }
 

@@ -33,6 +33,8 @@ public:
     const ReportView& view() const { return view_; }
     // The entry behind an index; null for a kind.
     const ReportEntry* entry(const QModelIndex& index) const;
+    // Its line in the new list (0: not in it), counted when first asked for.
+    int32_t lineWritten(const ReportEntry& entry) const { return lines_.Of(entry); }
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
     QModelIndex parent(const QModelIndex& child) const override;
@@ -48,6 +50,7 @@ private:
     };
     ReportView view_;
     std::vector<Group> groups_;
+    mutable WrittenLines lines_;
     std::function<bool()> frozen_;
     mutable QHash<quint64, QString> shown_;  // by group and row
 };
