@@ -35,12 +35,13 @@ void ReportModel::setView(ReportView view) {
     view_ = std::move(view);
     lines_ = view_.document ? WrittenLines(*view_.document) : WrittenLines();
     shown_.clear();
+    // The entries stand kind after kind, in the order of the kinds.
     groups_.clear();
-    for (size_t k = 0; k < view_.entries.size();) {
-        const ChangeKind kind = view_.entries[k].kind;
-        const size_t first = k;
-        while (k < view_.entries.size() && view_.entries[k].kind == kind) ++k;
-        groups_.push_back({kind, first, int(k - first)});
+    size_t first = 0;
+    for (size_t k = 0; k < kChangeKinds; ++k) {
+        if (view_.counts[k] == 0) continue;
+        groups_.push_back({ChangeKind(k), first, view_.counts[k]});
+        first += size_t(view_.counts[k]);
     }
     endResetModel();
 }
