@@ -321,35 +321,6 @@ private slots:
         }
     }
 
-    // A load rewrites the report under the What Changed window, which may be painted while the
-    // load serves the event loop: it shows what it showed until the load is done.
-    void whatChangedStandsStillWhileALoadRuns() {
-        UiFixture f;
-        f.LoadSample("Harbour.edl", true);
-        f.Choose("FileWhatChanged");
-        WhatChangedView* report = f.shell().WhatChanged();
-        report->tree()->expandAll();
-        report->repaint();
-        const QString firstItem = report->model()->index(0, 0, report->model()->index(0, 0)).data().toString();
-        int paintedDuringLoad = 0;
-        f.platform().onRedraw = [&](std::string_view) {
-            report->tree()->viewport()->repaint();
-            QCOMPARE(report->model()->index(0, 0, report->model()->index(0, 0)).data().toString(), firstItem);
-            ++paintedDuringLoad;
-        };
-        f.platform().messageDialogAnswers.push_back(DialogButton::Alternate);  // the list is unsaved
-        bench::ListOptions other;
-        other.events = 200;
-        f.LoadThroughWindows(f.WriteFile("other.edl", bench::GenerateList(other)));
-        f.platform().onRedraw = nullptr;
-        QVERIFY(paintedDuringLoad > 0);
-        // Then the report of the new list.
-        const ReportView now = ViewReport(f.document());
-        QCOMPARE(report->model()->view().entries.size(), now.entries.size());
-        const QString first = report->model()->index(0, 0, report->model()->index(0, 0)).data().toString();
-        QVERIFY2(first.endsWith(QString::fromStdString(EntryText(now.entries[0], f.document()))), qPrintable(first));
-    }
-
     void closingAndQuittingWithUnsavedChanges() {
         UiFixture f;
         MainWindowView* view = &f.LoadSample();
