@@ -341,9 +341,11 @@ void ListView::layoutRows() {
             row += rows(lineEnds_[k] - lineStarts_[k]);
         }
     } else {
+        // A line of no more bytes than columns takes one row, whatever its characters.
         for (size_t k = 0; k < lines; ++k) {
             rowStarts_[k] = uint32_t(std::min<uint64_t>(row, std::numeric_limits<uint32_t>::max()));
-            row += rows(charsIn(lineStarts_[k], lineEnds_[k]));
+            const size_t bytes = lineEnds_[k] - lineStarts_[k];
+            row += bytes <= cols ? 1 : rows(charsIn(lineStarts_[k], lineEnds_[k]));
         }
     }
     totalRows_ = int(std::min<uint64_t>(row, uint64_t(std::numeric_limits<int>::max())));
