@@ -1,60 +1,141 @@
 #include "session/report.hpp"
 
 #include <algorithm>
-#include <cstring>
 
 namespace vornelt {
 
-ReportView ViewReport(const Document& m) {
+namespace {
+
+// The carriage returns in [p, p + n): counted in bytes, a stretch of up to 255 at a time,
+// which the compiler counts in vector registers.
+int32_t CountCR(const char* p, size_t n) {
+    int32_t total = 0;
+    while (n > 0) {
+        const size_t stretch = std::min<size_t>(n, 255);
+        uint8_t c = 0;
+        for (size_t i = 0; i < stretch; ++i) c = uint8_t(c + (p[i] == '\r'));
+        total += c;
+        p += stretch;
+        n -= stretch;
+    }
+    return total;
+}
+
+// Puts entries in the order of their rows, keeping the order of those on one row. Rows are
+// small numbers: a radix sort of two rounds of 11 bits each.
+void SortByRow(std::vector<ReportEntry>::iterator from, std::vector<ReportEntry>::iterator to) {
+    const auto [low, high] = std::minmax_element(from, to, [](const ReportEntry& a, const ReportEntry& b) { return a.row < b.row; });
+    const int32_t base = low->row;
+    const uint32_t span = uint32_t(high->row) - uint32_t(base);
+    constexpr int kBits = 11;
+    constexpr uint32_t kMask = (1u << kBits) - 1;
+    if (span >> (2 * kBits)) {
+        std::stable_sort(from, to, [](const ReportEntry& a, const ReportEntry& b) { return a.row < b.row; });
+        return;
+    }
+    std::vector<ReportEntry> sorted(size_t(to - from));
+    for (int shift = 0; shift < 2 * kBits && (span >> shift) != 0; shift += kBits) {
+        std::array<size_t, kMask + 2> place{};
+        const auto key = [base, shift](const ReportEntry& e) { return (uint32_t(e.row) - uint32_t(base)) >> shift & kMask; };
+        for (auto it = from; it != to; ++it) ++place[key(*it) + 1];
+        for (size_t k = 1; k < place.size(); ++k) place[k] += place[k - 1];
+        for (auto it = from; it != to; ++it) sorted[place[key(*it)]++] = *it;
+        std::copy(sorted.begin(), sorted.end(), from);
+    }
+}
+
+// The line in the new list that an entry's kind gives, or kLineToCount when it is counted
+// from the writer's offset of its row.
+int32_t EarlyLine(const ReportEntry& e) {
+    if (e.kind == ChangeKind::TitleApplied) return 1;
+    if (e.kind == ChangeKind::CommentBeforeFirstEvent) return 4;  // behind the two header lines and the empty one
+    return e.row >= 0 ? kLineToCount : 0;
+}
+
+}  // namespace
+
+ReportView ViewReport(const Document& m, ReportLines lines) {
     ReportView view;
     view.document = &m;
     view.oneLineChains = m.report.singleLineChains;
-    size_t total = 0;
-    for (const auto& section : m.report.sections) total += section.size();
-    view.entries.reserve(total);
-    for (const auto& section : m.report.sections)
-        for (const ChangeItem& item : section) view.entries.push_back({item.kind, item.row, item.event, 0, &item});
-    for (const auto& [row, event] : m.report.renamedReels)
-        view.entries.push_back({ChangeKind::ReelRenamed, row, event, 0, nullptr});
-    std::stable_sort(view.entries.begin(), view.entries.end(), [](const ReportEntry& a, const ReportEntry& b) {
-        if (a.kind != b.kind) return a.kind < b.kind;
-        return a.row < b.row;
-    });
-    for (const ReportEntry& e : view.entries) ++view.counts[size_t(e.kind)];
 
-    // The line of each row in the new list: the writer's byte offsets, counted in lines in
-    // one walk through the list.
-    const auto& written = m.report.written;  // in row order
-    std::vector<std::pair<uint32_t, uint32_t>> wanted;  // (offset, entry)
-    for (size_t k = 0; k < view.entries.size(); ++k) {
-        const ReportEntry& item = view.entries[k];
-        if (item.kind == ChangeKind::TitleApplied) {
-            view.entries[k].lineWritten = 1;
-        } else if (item.kind == ChangeKind::CommentBeforeFirstEvent) {
-            view.entries[k].lineWritten = 4;  // behind the two header lines and the empty one
-        } else if (item.row >= 0) {
-            auto at = std::lower_bound(written.begin(), written.end(), std::pair<uint32_t, uint32_t>(uint32_t(item.row), 0));
-            if (at != written.end() && at->first == uint32_t(item.row)) wanted.emplace_back(at->second, uint32_t(k));
-        }
+    // By kind, and within a kind in the order the routines recorded: each kind gets its
+    // stretch of the entries, counted first.
+    for (const auto& section : m.report.sections)
+        for (const ChangeItem& item : section) ++view.counts[size_t(item.kind)];
+    view.counts[size_t(ChangeKind::ReelRenamed)] += int32_t(m.report.renamedReels.size());
+    std::array<size_t, kChangeKinds + 1> first{};
+    for (size_t k = 0; k < kChangeKinds; ++k) first[k + 1] = first[k] + size_t(view.counts[k]);
+    view.entries.resize(first[kChangeKinds]);
+    std::array<size_t, kChangeKinds> next{};
+    std::copy_n(first.begin(), kChangeKinds, next.begin());
+    for (const auto& section : m.report.sections)
+        for (const ChangeItem& item : section)
+            view.entries[next[size_t(item.kind)]++] = {item.kind, item.row, item.event, 0, &item};
+    for (const auto& [row, event] : m.report.renamedReels)
+        view.entries[next[size_t(ChangeKind::ReelRenamed)]++] = {ChangeKind::ReelRenamed, row, event, 0, nullptr};
+    // Then in the order of the lines, which the routines mostly keep already.
+    for (size_t k = 0; k < kChangeKinds; ++k) {
+        const auto from = view.entries.begin() + ptrdiff_t(first[k]);
+        const auto to = view.entries.begin() + ptrdiff_t(first[k + 1]);
+        if (!std::is_sorted(from, to, [](const ReportEntry& a, const ReportEntry& b) { return a.row < b.row; })) SortByRow(from, to);
     }
-    std::sort(wanted.begin(), wanted.end());
+
+    if (lines == ReportLines::WhenShown) {
+        for (ReportEntry& e : view.entries) e.lineWritten = EarlyLine(e);
+        return view;
+    }
+
+    // The line of each written row in the new list: the writer's byte offsets, counted in
+    // lines in one walk through the list.
+    const auto& written = m.report.written;  // in row order, and so in the order of the list
     const std::string& text = *m.finalCMXString;
-    size_t position = 0;
-    int32_t line = 1;
-    for (const auto& [offset, k] : wanted) {
-        const size_t end = std::min<size_t>(offset, text.size());
-        while (position < end) {
-            const void* cr = std::memchr(text.data() + position, '\r', end - position);
-            if (!cr) {
-                position = end;
-                break;
-            }
-            position = size_t(static_cast<const char*>(cr) - text.data()) + 1;
-            ++line;
+    int32_t rows = 0;
+    for (const auto& w : written) rows = std::max(rows, int32_t(std::min<uint32_t>(w.first, INT32_MAX - 1)) + 1);
+    std::vector<int32_t> lineOfRow(size_t(rows), 0);  // 0: not written
+    auto lineAt = [&text, position = size_t(0), line = int32_t(1)](size_t offset) mutable {
+        const size_t end = std::min(offset, text.size());
+        if (end < position) {
+            position = 0;
+            line = 1;
         }
-        view.entries[k].lineWritten = line;
+        line += CountCR(text.data() + position, end - position);
+        position = end;
+        return line;
+    };
+    for (const auto& [row, offset] : written)
+        if (int32_t& line = lineOfRow[row]; line == 0) line = lineAt(offset);
+    for (ReportEntry& e : view.entries) {
+        e.lineWritten = EarlyLine(e);
+        if (e.lineWritten == kLineToCount) e.lineWritten = e.row < rows ? lineOfRow[size_t(e.row)] : 0;
     }
     return view;
+}
+
+namespace {
+
+constexpr size_t kLineBlock = 1 << 16;
+
+}  // namespace
+
+WrittenLines::WrittenLines(const Document& m) : document_(&m), list_(m.finalCMXString) {}
+
+int32_t WrittenLines::Of(const ReportEntry& e) {
+    if (e.lineWritten != kLineToCount) return e.lineWritten;
+    const SharedText list = list_.lock();
+    if (!document_ || !list || list != document_->finalCMXString) return 0;
+    const auto& written = document_->report.written;
+    const auto at = std::lower_bound(written.begin(), written.end(), std::pair<uint32_t, uint32_t>(uint32_t(e.row), 0));
+    if (at == written.end() || at->first != uint32_t(e.row)) return 0;
+    const std::string& text = *list;
+    const size_t offset = std::min<size_t>(at->second, text.size());
+    const size_t block = offset / kLineBlock;
+    if (linesBefore_.empty()) linesBefore_.push_back(0);
+    while (linesBefore_.size() <= block) {
+        const size_t from = (linesBefore_.size() - 1) * kLineBlock;
+        linesBefore_.push_back(linesBefore_.back() + CountCR(text.data() + from, kLineBlock));
+    }
+    return 1 + linesBefore_[block] + CountCR(text.data() + block * kLineBlock, offset - block * kLineBlock);
 }
 
 ConvertReport MakeConvertReport(const ReportView& view, const Document& m) {

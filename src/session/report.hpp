@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "document/document.hpp"
@@ -28,7 +29,27 @@ struct ReportView {
     const Document* document = nullptr;  // the sentences are read from it
 };
 
-ReportView ViewReport(const Document& m);
+// Whether ViewReport counts the line in the new list of every entry, or leaves it for the
+// entries that are shown (lineWritten then kLineToCount, for WrittenLines).
+enum class ReportLines { Counted, WhenShown };
+inline constexpr int32_t kLineToCount = -1;
+
+ReportView ViewReport(const Document& m, ReportLines lines = ReportLines::Counted);
+
+// The line in the new list of an entry whose line was left to count: the list's lines are
+// counted a block at a time, as far as the entries asked about lie, and remembered. For the
+// list the document holds when it is made (0 once the document holds another).
+class WrittenLines {
+public:
+    WrittenLines() = default;
+    explicit WrittenLines(const Document& m);
+    int32_t Of(const ReportEntry& entry);
+
+private:
+    const Document* document_ = nullptr;
+    std::weak_ptr<const std::string> list_;  // not kept alive: the writer takes its memory again
+    std::vector<int32_t> linesBefore_;       // the line ends ahead of each block counted so far
+};
 
 // The sentence of an entry.
 std::string EntryText(const ReportEntry& entry, const Document& m);

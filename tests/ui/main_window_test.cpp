@@ -5,8 +5,11 @@
 #include <QtTest>
 #include <QtWidgets>
 
+#include <algorithm>
 #include <cmath>
 
+#include "generate.hpp"
+#include "session/report.hpp"
 #include "ui/handlers.hpp"
 #include "ui/qt/list_view.hpp"
 #include "ui/qt/what_changed_view.hpp"
@@ -268,6 +271,54 @@ private slots:
             QVERIFY(view.EditField1()->selectedText().contains(QStringLiteral(" D ")));
         }
         f.Shoot(report, QStringLiteral("what-changed"));
+    }
+
+    // The report in the window is the document's, in the order of kinds and lines, with each
+    // item's line in the new list as a count of the list's lines gives it; after a click too.
+    void whatChangedListsTheReportInOrder() {
+        UiFixture f;
+        bench::ListOptions o;
+        o.events = 3000;  // clip chains recorded out of line order, on rows far apart
+        f.LoadThroughWindows(f.WriteFile("three-thousand.edl", bench::GenerateList(o)));
+        MainWindowView& view = f.main();
+        f.Choose("FileWhatChanged");
+        const ReportModel& model = *f.shell().WhatChanged()->model();
+        for (int click = 0; click < 2; ++click) {
+            const Document& m = f.document();
+            std::vector<ReportEntry> expected;
+            for (const auto& section : m.report.sections)
+                for (const ChangeItem& item : section) expected.push_back({item.kind, item.row, item.event, 0, &item});
+            for (const auto& [row, event] : m.report.renamedReels)
+                expected.push_back({ChangeKind::ReelRenamed, row, event, 0, nullptr});
+            std::stable_sort(expected.begin(), expected.end(), [](const ReportEntry& a, const ReportEntry& b) {
+                return a.kind != b.kind ? a.kind < b.kind : a.row < b.row;
+            });
+            const std::string& list = *m.finalCMXString;
+            for (ReportEntry& e : expected) {
+                auto at = std::find_if(m.report.written.begin(), m.report.written.end(),
+                                       [&](const auto& w) { return int32_t(w.first) == e.row; });
+                if (e.kind == ChangeKind::TitleApplied)
+                    e.lineWritten = 1;
+                else if (e.kind == ChangeKind::CommentBeforeFirstEvent)
+                    e.lineWritten = 4;
+                else if (e.row >= 0 && at != m.report.written.end())
+                    e.lineWritten = 1 + int32_t(std::count(list.begin(), list.begin() + ptrdiff_t(std::min<size_t>(at->second, list.size())), '\r'));
+            }
+            const std::vector<ReportEntry>& shown = model.view().entries;
+            QCOMPARE(shown.size(), expected.size());
+            std::vector<int32_t> chainRows;  // as recorded: in the order of their sources
+            for (const ChangeItem& item : m.report.Section(ReportSection::Load))
+                if (item.kind == ChangeKind::ClipChain) chainRows.push_back(item.row);
+            QVERIFY(!std::is_sorted(chainRows.begin(), chainRows.end()));
+            QVERIFY(*std::max_element(chainRows.begin(), chainRows.end()) > 4096);
+            for (size_t k = 0; k < shown.size(); ++k) {
+                const ReportEntry &a = shown[k], &b = expected[k];
+                QVERIFY2(a.kind == b.kind && a.row == b.row && a.event == b.event &&
+                             model.lineWritten(a) == b.lineWritten && a.item == b.item,
+                         qPrintable(QStringLiteral("entry %1").arg(k)));
+            }
+            QTest::mouseClick(view.Control("Chb_A1234"), Qt::LeftButton);
+        }
     }
 
     void closingAndQuittingWithUnsavedChanges() {

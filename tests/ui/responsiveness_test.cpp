@@ -39,6 +39,20 @@ qint64 LongestFreeze(const std::function<void()>& work) {
     return longest;
 }
 
+// The lines of a text as a plain scan finds them: (start, end) of each.
+std::vector<std::pair<uint32_t, uint32_t>> PlainLines(const std::string& s) {
+    std::vector<std::pair<uint32_t, uint32_t>> lines;
+    size_t start = 0;
+    for (size_t i = 0; i < s.size(); ++i) {
+        if (s[i] != '\r' && s[i] != '\n') continue;
+        lines.emplace_back(uint32_t(start), uint32_t(i));
+        if (s[i] == '\r' && i + 1 < s.size() && s[i + 1] == '\n') ++i;
+        start = i + 1;
+    }
+    lines.emplace_back(uint32_t(start), uint32_t(s.size()));
+    return lines;
+}
+
 std::string List(int events) {
     bench::ListOptions o;
     o.events = events;
@@ -92,6 +106,66 @@ private slots:
         // A new list keeps the top line in sight and forgets the selection.
         view.setText(std::make_shared<const std::string>("AB\r" + longLine));
         QVERIFY(!view.hasSelection());
+    }
+
+    // The lines and rows of a new text are those of a plain scan, whichever way the bytes
+    // are read and wherever the line ends fall among the blocks that are read at a time.
+    void newTextsAreIndexedAsAPlainScanDoes() {
+        std::vector<std::pair<const char*, std::string>> texts = {
+            {"empty", ""},
+            {"one line", "001  AX V C 00:00:00:00"},
+            {"CR", "AB\rCD\r\rEF\r"},
+            {"CR LF", "AB\r\nCD\r\n\r\nEF"},
+            {"LF and LF CR", "AB\nCD\n\rEF\r\r\n\n"},
+            {"UTF-8", "caf\xc3\xa9\r\xe2\x80\x94 \xc3\xa9t\xc3\xa9\r\nEND"},
+        };
+        // Line ends on either side of a block's edge: a CR LF split between two blocks.
+        for (size_t at : {62u, 63u, 64u, 127u, 128u}) {
+            std::string t(200, 'x');
+            t[at] = '\r';
+            t[at + 1] = '\n';
+            texts.emplace_back("CR LF at a block's edge", t);
+        }
+        // Random bytes of line ends, letters and multi-byte characters; and a long list.
+        uint32_t seed = 12345;
+        for (int k = 0; k < 4; ++k) {
+            std::string t;
+            for (int i = 0; i < 5000; ++i) {
+                seed = seed * 1103515245u + 12345u;
+                const char* pieces[] = {"\r", "\n", "\r\n", "a", "bcdefgh", "\xc3\xa9", "0123456789012345678901234567890123456789"};
+                t += pieces[(seed >> 16) % (k == 3 ? 3 : 7) + (k == 3 ? 4 : 0)];
+            }
+            texts.emplace_back(k == 3 ? "no line end" : "random", t);
+        }
+        texts.emplace_back("a generated list", List(300));
+
+        ListView view;
+        view.resize(300, 200);
+        view.show();
+        QApplication::processEvents();
+        const int cols = view.columns();
+        for (const auto& [name, text] : texts) {
+            const auto lines = PlainLines(text);
+            for (LineScan scan : {LineScan::Fastest, LineScan::Words}) {
+                Offsets starts{7, 8, 9}, ends;  // what was there before goes
+                const bool ascii = IndexLines(text.data(), text.size(), starts, ends, scan);
+                QCOMPARE(ascii, std::all_of(text.begin(), text.end(), [](char c) { return (unsigned char)c < 0x80; }));
+                QCOMPARE(starts.size(), lines.size());
+                for (size_t k = 0; k < lines.size(); ++k) {
+                    QVERIFY2(starts[k] == lines[k].first && ends[k] == lines[k].second, name);
+                }
+            }
+            // The view's rows: each line cut into rows of `cols` characters.
+            view.setText(std::make_shared<const std::string>(text));
+            QCOMPARE(view.lineCount(), int(lines.size()));
+            QStringList rows;
+            for (const auto& [start, end] : lines) {
+                const QString line = QString::fromUtf8(text.data() + start, qsizetype(end - start));
+                for (qsizetype at = 0; at == 0 || at < line.size(); at += cols) rows << line.mid(at, cols);
+            }
+            QCOMPARE(view.displayRows(), int(rows.size()));
+            for (int row = 0; row < view.displayRows(); ++row) QCOMPARE(view.displayRowText(row), rows[row]);
+        }
     }
 
     void anOptionClickNeverFreezesTheWindow() {

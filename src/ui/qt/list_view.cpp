@@ -11,9 +11,14 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <limits>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace vornelt::qt {
 
@@ -152,28 +157,154 @@ void ListView::moveCaret(size_t to, bool extend) {
     else if (row >= first + visible) verticalScrollBar()->setValue(row - visible + 1);
 }
 
+namespace {
+
+constexpr size_t kBlock = 64;
+
+// The high bit of each byte of x that is zero, and no other bit.
+inline uint64_t ZeroBytes(uint64_t x) {
+    constexpr uint64_t low7 = 0x7F7F7F7F7F7F7F7FULL;
+    return ~(((x & low7) + low7) | x | low7);
+}
+
+// The high bits of the eight bytes of x (and no other bit set) as the low eight bits.
+inline uint64_t GatherHighBits(uint64_t x) { return ((x >> 7) * 0x0102040810204080ULL) >> 56; }
+
+// The number of bits set, without a call where the processor has no instruction for it.
+inline int BitCount(uint64_t x) {
+    x -= (x >> 1) & 0x5555555555555555ULL;
+    x = (x & 0x3333333333333333ULL) + ((x >> 2) & 0x3333333333333333ULL);
+    x = (x + (x >> 4)) & 0x0F0F0F0F0F0F0F0FULL;
+    return int((x * 0x0101010101010101ULL) >> 56);
+}
+
+// Eight bytes at a time in a machine word, for every processor. Block: the bits of the CR
+// and LF bytes of 64 bytes.
+struct WordScanner {
+    uint64_t high = 0;
+    uint64_t lf = 0;
+    uint64_t Block(const char* p) {
+        constexpr uint64_t crs = 0x0D0D0D0D0D0D0D0DULL, lfs = 0x0A0A0A0A0A0A0A0AULL;
+        uint64_t bits = 0;
+        for (size_t w = 0; w < kBlock / 8; ++w) {
+            uint64_t word;
+            std::memcpy(&word, p + 8 * w, 8);
+            high |= word;
+            const uint64_t isLF = ZeroBytes(word ^ lfs);
+            lf |= isLF;
+            bits |= GatherHighBits(ZeroBytes(word ^ crs) | isLF) << (8 * w);
+        }
+        return bits;
+    }
+    bool Ascii() const { return (high & 0x8080808080808080ULL) == 0; }
+    bool AnyLF() const { return lf != 0; }
+};
+
+#if defined(__SSE2__)
+// Sixteen bytes at a time in the vector registers of x86.
+struct VectorScanner {
+    __m128i high = _mm_setzero_si128();
+    __m128i lf = _mm_setzero_si128();
+    uint64_t Block(const char* p) {
+        const __m128i crs = _mm_set1_epi8('\r');
+        const __m128i lfs = _mm_set1_epi8('\n');
+        uint64_t bits = 0;
+        for (size_t v = 0; v < kBlock / 16; ++v) {
+            const __m128i x = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16 * v));
+            high = _mm_or_si128(high, x);
+            const __m128i isLF = _mm_cmpeq_epi8(x, lfs);
+            lf = _mm_or_si128(lf, isLF);
+            bits |= uint64_t(uint32_t(_mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(x, crs), isLF)))) << (16 * v);
+        }
+        return bits;
+    }
+    bool Ascii() const { return _mm_movemask_epi8(high) == 0; }
+    bool AnyLF() const { return _mm_movemask_epi8(lf) != 0; }
+};
+#endif
+
+// Every CR and LF of the text into `ends` in order, the block's bits written out four at a
+// time whatever their number (a block has one or two line ends as a rule), into room kept
+// ahead. Whether the text is ASCII, and whether it has an LF.
+template <typename Scanner>
+size_t LineEndBytes(const char* data, size_t size, Offsets& ends, bool& ascii, bool& anyLF) {
+    Scanner scanner;
+    bool lf = false;
+    size_t n = 0;
+    size_t i = 0;
+    for (; i + kBlock <= size; i += kBlock) {
+        if (ends.size() < n + kBlock) ends.resize(std::max(ends.size() * 2, n + kBlock + size / 32));
+        uint64_t m = scanner.Block(data + i);
+        uint32_t* out = ends.data() + n;
+        const int count = BitCount(m);
+        const auto at = [i](uint64_t mask) { return uint32_t(i + size_t(std::countr_zero(mask))); };
+        out[0] = at(m), m &= m - 1;
+        out[1] = at(m), m &= m - 1;
+        out[2] = at(m), m &= m - 1;
+        out[3] = at(m), m &= m - 1;
+        for (out += 4; m; m &= m - 1) *out++ = at(m);
+        n += size_t(count);
+    }
+    unsigned char high = 0;
+    for (; i < size; ++i) {
+        const char c = data[i];
+        high |= static_cast<unsigned char>(c);
+        if (c == '\r' || c == '\n') {
+            if (ends.size() <= n) ends.resize(n + 1);
+            ends[n++] = uint32_t(i);
+            lf = lf || c == '\n';
+        }
+    }
+    ascii = scanner.Ascii() && high < 0x80;
+    anyLF = lf || scanner.AnyLF();
+    return n;
+}
+
+}  // namespace
+
+bool IndexLines(const char* data, size_t size, Offsets& starts, Offsets& ends, LineScan scan) {
+    bool ascii = true, anyLF = false;
+    size_t n = 0;
+#if defined(__SSE2__)
+    n = scan == LineScan::Fastest ? LineEndBytes<VectorScanner>(data, size, ends, ascii, anyLF)
+                                  : LineEndBytes<WordScanner>(data, size, ends, ascii, anyLF);
+#else
+    (void)scan;
+    n = LineEndBytes<WordScanner>(data, size, ends, ascii, anyLF);
+#endif
+    // The last line, or the empty line behind a final line end.
+    ends.resize(n + 1);
+    ends[n] = uint32_t(size);
+    if (anyLF) {
+        // The LF of a CR LF is no line end of its own.
+        size_t kept = 0;
+        for (size_t k = 0; k < n; ++k) {
+            const uint32_t p = ends[k];
+            if (data[p] == '\n' && p > 0 && data[p - 1] == '\r') continue;
+            ends[kept++] = p;
+        }
+        ends[kept] = uint32_t(size);
+        n = kept;
+        ends.resize(n + 1);
+    }
+    starts.resize(n + 1);
+    starts[0] = 0;
+    if (anyLF) {
+        for (size_t k = 0; k < n; ++k) {
+            const uint32_t p = ends[k];
+            starts[k + 1] = p + (data[p] == '\r' && p + 1 < size && data[p + 1] == '\n' ? 2 : 1);
+        }
+    } else {
+        for (size_t k = 0; k < n; ++k) starts[k + 1] = ends[k] + 1;
+    }
+    return ascii;
+}
+
 void ListView::indexLines() {
     const std::string& s = *text_;
     // Offsets are kept in 32 bits; a list is far below that (the reader takes at most 1 GB).
     const size_t size = std::min<size_t>(s.size(), std::numeric_limits<uint32_t>::max() - 1);
-    lineStarts_.clear();
-    lineEnds_.clear();
-    ascii_ = true;
-    const char* data = s.data();
-    size_t start = 0;
-    for (size_t i = 0; i < size; ++i) {
-        const char c = data[i];
-        if (static_cast<unsigned char>(c) >= 0x80) ascii_ = false;
-        if (c == '\r' || c == '\n') {
-            lineStarts_.push_back(uint32_t(start));
-            lineEnds_.push_back(uint32_t(i));
-            if (c == '\r' && i + 1 < size && data[i + 1] == '\n') ++i;
-            start = i + 1;
-        }
-    }
-    // The last line, or the empty line behind a final line end.
-    lineStarts_.push_back(uint32_t(start));
-    lineEnds_.push_back(uint32_t(size));
+    ascii_ = IndexLines(s.data(), size, lineStarts_, lineEnds_);
     layoutRows();
 }
 
@@ -202,10 +333,20 @@ void ListView::layoutRows() {
     rowStarts_.resize(lines);
     const size_t cols = size_t(std::max(1, columns_));
     uint64_t row = 0;
-    for (size_t k = 0; k < lines; ++k) {
-        rowStarts_[k] = uint32_t(std::min<uint64_t>(row, std::numeric_limits<uint32_t>::max()));
-        const size_t chars = charsIn(lineStarts_[k], lineEnds_[k]);
-        row += chars == 0 ? 1 : (chars + cols - 1) / cols;
+    const auto rows = [cols](size_t chars) -> uint64_t { return chars <= cols ? 1 : (chars + cols - 1) / cols; };
+    if (ascii_) {
+        // A character a byte: no look at the text.
+        for (size_t k = 0; k < lines; ++k) {
+            rowStarts_[k] = uint32_t(std::min<uint64_t>(row, std::numeric_limits<uint32_t>::max()));
+            row += rows(lineEnds_[k] - lineStarts_[k]);
+        }
+    } else {
+        // A line of no more bytes than columns takes one row, whatever its characters.
+        for (size_t k = 0; k < lines; ++k) {
+            rowStarts_[k] = uint32_t(std::min<uint64_t>(row, std::numeric_limits<uint32_t>::max()));
+            const size_t bytes = lineEnds_[k] - lineStarts_[k];
+            row += bytes <= cols ? 1 : rows(charsIn(lineStarts_[k], lineEnds_[k]));
+        }
     }
     totalRows_ = int(std::min<uint64_t>(row, uint64_t(std::numeric_limits<int>::max())));
     updateScrollBar();

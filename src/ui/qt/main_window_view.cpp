@@ -289,6 +289,7 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
     connect(editField1_, &ListView::textEdited, this, [this] {
         if (!session().MainWindowExists()) return;
         shownText_ = editField1_->text();
+        shownIsRendered_ = false;
         session().MainWindow().EditField1.Text = shownText_;
     });
 
@@ -497,8 +498,17 @@ void MainWindowView::Mirror() {
     editField1_->setEnabled(w.EditField1.Enabled);
     editField1_->setReadOnly(w.EditField1.ReadOnly);
     if (w.EditField1.Text != shownText_) {
+        std::shared_ptr<const std::string> previous = std::move(shownText_);
+        const bool previousWasRendered = shownIsRendered_;
         shownText_ = w.EditField1.Text;
+        Document& m = session().document;
+        shownIsRendered_ = shownText_ && shownText_.get() == m.renderedList.get();
         editField1_->setText(shownText_);
+        // The list shown until now was the writer's: now that nothing holds it any longer, the
+        // next rendering writes into its memory again, as it does where no window shows the
+        // list, instead of into fresh memory that the system must first hand over page by page.
+        if (previousWasRendered && previous.use_count() == 1 && !m.renderSpare)
+            m.renderSpare = std::const_pointer_cast<std::string>(std::move(previous));
     }
 
     if (w.Cursor != shownCursor_) {

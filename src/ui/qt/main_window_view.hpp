@@ -108,6 +108,7 @@ private:
     QLabel* canvas1_ = nullptr;
     ListView* editField1_ = nullptr;
     std::shared_ptr<const std::string> shownText_;
+    bool shownIsRendered_ = false;  // the text shown is the writer's rendering, not a typed copy
     MouseCursor shownCursor_ = MouseCursor::StandardPointer;
     std::string appliedFocus_;
     bool closingForGood_ = false;

@@ -19,10 +19,12 @@ namespace vornelt::qt {
 namespace {
 
 constexpr int kMostLines = 30;
+// The texts of item rows kept for showing while a handler runs: those in sight, and more.
+constexpr qsizetype kMostShown = 4096;
 
-QString Where(const ReportEntry& e) {
+QString Where(const ReportEntry& e, int32_t lineWritten) {
     QString where = e.row >= 0 ? QStringLiteral("line %1").arg(e.row + 1) : QStringLiteral("list");
-    if (e.lineWritten > 0) where += QStringLiteral(" \u2192 %1").arg(e.lineWritten);
+    if (lineWritten > 0) where += QStringLiteral(" \u2192 %1").arg(lineWritten);
     return where;
 }
 
@@ -31,12 +33,15 @@ QString Where(const ReportEntry& e) {
 void ReportModel::setView(ReportView view) {
     beginResetModel();
     view_ = std::move(view);
+    lines_ = view_.document ? WrittenLines(*view_.document) : WrittenLines();
+    shown_.clear();
+    // The entries stand kind after kind, in the order of the kinds.
     groups_.clear();
-    for (size_t k = 0; k < view_.entries.size();) {
-        const ChangeKind kind = view_.entries[k].kind;
-        const size_t first = k;
-        while (k < view_.entries.size() && view_.entries[k].kind == kind) ++k;
-        groups_.push_back({kind, first, int(k - first)});
+    size_t first = 0;
+    for (size_t k = 0; k < kChangeKinds; ++k) {
+        if (view_.counts[k] == 0) continue;
+        groups_.push_back({ChangeKind(k), first, view_.counts[k]});
+        first += size_t(view_.counts[k]);
     }
     endResetModel();
 }
@@ -83,10 +88,15 @@ QVariant ReportModel::data(const QModelIndex& index, int role) const {
         }
         return {};
     }
+    if (role != Qt::DisplayRole) return {};
+    const quint64 key = (quint64(index.internalId()) << 32) | quint64(index.row());
+    if (frozen_ && frozen_()) return shown_.value(key);
+    if (auto it = shown_.constFind(key); it != shown_.constEnd()) return *it;
     const ReportEntry& e = *entry(index);
-    if (role == Qt::DisplayRole)
-        return Where(e) + QStringLiteral("   ") + QString::fromStdString(EntryText(e, *view_.document));
-    return {};
+    const QString text = Where(e, lines_.Of(e)) + QStringLiteral("   ") + QString::fromStdString(EntryText(e, *view_.document));
+    if (shown_.size() >= kMostShown) shown_.clear();
+    shown_.insert(key, text);
+    return text;
 }
 
 WhatChangedView::WhatChangedView(AppShell& shell)
@@ -96,6 +106,7 @@ WhatChangedView::WhatChangedView(AppShell& shell)
     setWindowTitle(QStringLiteral("What Changed"));
     setAttribute(Qt::WA_DeleteOnClose);
     tree_->setObjectName("WhatChangedItems");
+    model_->setFrozen([this] { return shell_.Busy(); });
     tree_->setModel(model_);
     tree_->setHeaderHidden(true);
     tree_->setUniformRowHeights(true);  // a hundred thousand rows scroll without measuring each
@@ -133,10 +144,13 @@ WhatChangedView::WhatChangedView(AppShell& shell)
 }
 
 void WhatChangedView::Refresh() {
+    // A running handler is still changing the report: its end brings the windows in line.
+    if (shell_.Busy()) return;
     const Document& m = shell_.desktop().session.document;
-    if (shownList_ == m.finalCMXString && model_->rowCount() > 0) return;
+    if (shownList_.lock() == m.finalCMXString && model_->rowCount() > 0) return;
     shownList_ = m.finalCMXString;
-    model_->setView(ViewReport(m));
+    // The lines in the new list are counted for the items shown only.
+    model_->setView(ViewReport(m, ReportLines::WhenShown));
     int changes = 0, warnings = 0;
     for (size_t k = 0; k < kChangeKinds; ++k)
         (KindSeverity(ChangeKind(k)) == Severity::Change ? changes : warnings) += model_->view().counts[k];
@@ -186,8 +200,8 @@ void WhatChangedView::Selected(const QModelIndex& index) {
     int line = 0;
     auto own = std::lower_bound(written.begin(), written.end(), std::pair<uint32_t, uint32_t>(uint32_t(row), 0));
     const bool ownLine = own != written.end() && own->first == uint32_t(row) && own->second >= begin;
-    if (ownLine && e->lineWritten > 0)
-        line = e->lineWritten -
+    if (const int32_t lineWritten = model_->lineWritten(*e); ownLine && lineWritten > 0)
+        line = lineWritten -
                int(std::count(list.begin() + ptrdiff_t(begin), list.begin() + ptrdiff_t(own->second), '\r'));
     int shown = 0;
     for (size_t p = begin; p < end && shown < kMostLines; ++shown) {

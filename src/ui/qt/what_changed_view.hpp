@@ -4,8 +4,10 @@
 // the lines of the selected item's event as read and as written.
 
 #include <QAbstractItemModel>
+#include <QHash>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -25,9 +27,14 @@ class ReportModel : public QAbstractItemModel {
 public:
     explicit ReportModel(QObject* parent = nullptr) : QAbstractItemModel(parent) {}
     void setView(ReportView view);
+    // While a handler runs, the routines rewrite the document's report under the entries:
+    // the model then shows the texts it has shown, until the next view.
+    void setFrozen(std::function<bool()> frozen) { frozen_ = std::move(frozen); }
     const ReportView& view() const { return view_; }
     // The entry behind an index; null for a kind.
     const ReportEntry* entry(const QModelIndex& index) const;
+    // Its line in the new list (0: not in it), counted when first asked for.
+    int32_t lineWritten(const ReportEntry& entry) const { return lines_.Of(entry); }
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
     QModelIndex parent(const QModelIndex& child) const override;
@@ -43,6 +50,9 @@ private:
     };
     ReportView view_;
     std::vector<Group> groups_;
+    mutable WrittenLines lines_;
+    std::function<bool()> frozen_;
+    mutable QHash<quint64, QString> shown_;  // by group and row
 };
 
 class WhatChangedView : public QWidget {
@@ -65,7 +75,9 @@ private:
     QLabel* summary_;
     QPlainTextEdit* asRead_;
     QPlainTextEdit* asWritten_;
-    std::shared_ptr<const std::string> shownList_;
+    // The list the report was made for; held weakly, so that its memory goes back to the
+    // writer once the main window shows the next one.
+    std::weak_ptr<const std::string> shownList_;
 };
 
 }  // namespace vornelt::qt
