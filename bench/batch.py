@@ -8,7 +8,8 @@ BATCH_DIR holds the lists that `vornelt-genlist 1000 cmx mixed SEED` writes for 
 sum of the single conversions). Each round times the three one after the other, the order of
 the two runs of the converter turned about every other round; the ratios are the medians of
 the rounds' ratios, so that a machine that changes speed during the run moves both sides.
-Each run of the converter writes into a new folder of WORK_DIR.
+Each run of the converter writes into a new folder of WORK_DIR, once what earlier runs wrote
+is on the disk.
 """
 import json
 import os
@@ -28,6 +29,7 @@ def in_process(binary):
 
 def converter(binary, lists, work, jobs):
     folder = tempfile.mkdtemp(dir=work)
+    os.sync()  # the files of the run before are on the disk: their writing does not fall into this one
     start = time.perf_counter()
     subprocess.run([binary, *lists, "--fps", "25", "-o", folder + "/", "-j", str(jobs), "--quiet"], check=True)
     return time.perf_counter() - start
