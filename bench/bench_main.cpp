@@ -5,6 +5,7 @@
 #include <fstream>
 #include <map>
 #include <sstream>
+#include <vector>
 
 #include "generate.hpp"
 #include "passes/passes.hpp"
@@ -144,6 +145,39 @@ void BM_Convert(benchmark::State& state) {
     state.counters["MB"] = double(bytes.size()) / 1e6;
 }
 BENCHMARK(BM_Convert)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// The library call on the list of ../shared/bench with that many events (cmx_100k.edl), with
+// the options' defaults, the report included: what vornelt.convert does from Python.
+void BM_ConvertFile(benchmark::State& state) {
+    const std::string& bytes = BigList(int(state.range(0)));
+    const ConvertOptions options;
+    for (auto _ : state) benchmark::DoNotOptimize(Convert(bytes, options).bytes.size());
+    state.counters["MB"] = double(bytes.size()) / 1e6;
+}
+BENCHMARK(BM_ConvertFile)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+// The batch of bench/run converted in-process, one list after the other: the 1,000 lists of
+// 1,000 events that `vornelt-genlist 1000 cmx mixed SEED` writes for the seeds 1 to 1,000,
+// with the converter's options (no report). The time is the sum of 1,000 single conversions,
+// against which `vornelt-convert -j 1` over the batch is measured.
+void BM_ConvertBatch(benchmark::State& state) {
+    static const std::vector<std::string> lists = [] {
+        std::vector<std::string> all;
+        for (uint32_t seed = 1; seed <= 1000; ++seed) all.push_back(GenerateList({1000, false, Shape::Mixed, seed}));
+        return all;
+    }();
+    ConvertOptions options;
+    options.report = false;
+    size_t bytes = 0;
+    for (auto _ : state) {
+        bytes = 0;
+        for (size_t k = 0; k < lists.size(); ++k)
+            bytes += Convert(lists[k], options, "l" + std::to_string(k + 1) + ".edl").bytes.size();
+    }
+    state.counters["lists"] = double(lists.size());
+    state.counters["MB out"] = double(bytes) / 1e6;
+}
+BENCHMARK(BM_ConvertBatch)->Unit(benchmark::kMillisecond);
 
 // The same with the report made whole, every sentence written (what --report costs).
 void BM_ConvertWithReport(benchmark::State& state) {

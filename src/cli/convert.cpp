@@ -12,6 +12,7 @@
 #include <optional>
 #include <sstream>
 #include <thread>
+#include <unordered_map>
 
 #include <pthread.h>
 #include <signal.h>
@@ -83,26 +84,42 @@ struct Target {
 };
 
 // Which file a path is, so that two names of one file are found out: the device and inode
-// of what stands there (links followed), or the absolute normal path of what does not.
-std::string FileIdentity(const std::string& path) {
-    struct stat st {};
-    if (::stat(path.c_str(), &st) == 0) return std::to_string(st.st_dev) + ":" + std::to_string(st.st_ino);
-    std::error_code ec;
-    const std::filesystem::path p = std::filesystem::weakly_canonical(std::filesystem::absolute(path, ec), ec);
-    return "path:" + p.string();
-}
+// of what stands there (links followed), or the absolute normal path of what does not. The
+// normal paths of folders are kept: a batch names the same folder a thousand times.
+class FileIdentities {
+public:
+    std::string operator()(const std::string& path) {
+        struct stat st {};
+        if (::stat(path.c_str(), &st) == 0) return std::to_string(st.st_dev) + ":" + std::to_string(st.st_ino);
+        std::error_code ec;
+        const std::filesystem::path p = std::filesystem::absolute(path, ec);
+        const std::filesystem::path name = p.filename();
+        if (name.empty() || name == "." || name == "..") return "path:" + Normal(p);
+        auto [it, added] = folders_.try_emplace(p.parent_path().string());
+        if (added) it->second = Normal(p.parent_path());
+        return "path:" + (std::filesystem::path(it->second) / name).string();
+    }
+
+private:
+    static std::string Normal(const std::filesystem::path& p) {
+        std::error_code ec;
+        return std::filesystem::weakly_canonical(p, ec).string();
+    }
+    std::unordered_map<std::string, std::string> folders_;
+};
 
 bool IsRegularFile(const std::string& path) {
     struct stat st {};
     return ::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
 }
 
-// What converting one list came to, before anything of it is written.
+// What converting one list came to: its messages and exit status, and what is left for the
+// main thread to write in the order of the inputs.
 struct Outcome {
     int status = 0;
     std::string messages;  // for standard error, in order
-    std::string bytes;     // the list to save; empty when there is none
-    bool save = false;
+    std::string bytes;     // the list, while it waits to be written
+    bool save = false;     // `bytes` is to be written, to its file or to standard output
     std::optional<ConvertReport> report;
 };
 
@@ -132,26 +149,121 @@ Outcome ConvertList(const Options& o, const Target& target) {
     return r;
 }
 
-// Writes one converted list where it goes, with its messages; the exit status of the list.
-int SaveList(const Target& target, Outcome& r, std::ostream& out, std::ostream& err) {
+// Saves a converted list into its file; a failure becomes the list's last message.
+void SaveList(const Target& target, Outcome& r) {
+    if (const int error = SaveFileBytes(*target.file, r.bytes); error != 0) {
+        r.messages += "vornelt-convert: " + *target.file + ": " + WithCause(kSaveError, error) + "\n";
+        r.status = 1;
+    } else {
+        SetFileTypeAndCreator(*target.file, "TEXT", "VORN");
+    }
+    std::string().swap(r.bytes);
+    r.save = false;
+}
+
+// Writes what is left of one list, in its turn: its messages, and the list itself when it
+// goes to standard output. The exit status of the list.
+int WriteList(Outcome& r, std::ostream& out, std::ostream& err) {
     err << r.messages;
     if (!r.save) return r.status;
-    if (!target.file) {
-        out.write(r.bytes.data(), std::streamsize(r.bytes.size()));
-        out.flush();
-        if (!out) {
-            err << "vornelt-convert: -: " << kSaveError << "\n";
-            return 1;
-        }
-        return 0;
-    }
-    if (const int error = SaveFileBytes(*target.file, r.bytes); error != 0) {
-        err << "vornelt-convert: " << *target.file << ": " << WithCause(kSaveError, error) << "\n";
+    out.write(r.bytes.data(), std::streamsize(r.bytes.size()));
+    out.flush();
+    if (!out) {
+        err << "vornelt-convert: -: " << kSaveError << "\n";
         return 1;
     }
-    SetFileTypeAndCreator(*target.file, "TEXT", "VORN");
     return 0;
 }
+
+// The signals that ask the program to stop (TERM, INT, HUP) while the workers save lists.
+// For its lifetime they are held in every thread of the run and taken by a watcher thread,
+// which lets the workers finish the files in hand, starts no other, and then lets the
+// signal take effect: no temporary file is left behind. Signals that the program ignores
+// or handles itself keep their way.
+class StopWatch {
+public:
+    StopWatch() {
+        sigemptyset(&watched_);
+        for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+            struct sigaction action {};
+            if (::sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_DFL) {
+                sigaddset(&watched_, signal);
+                if (wake_ == 0) wake_ = signal;
+            }
+        }
+        if (wake_ == 0) return;
+        pthread_sigmask(SIG_BLOCK, &watched_, &before_);
+        watcher_ = std::thread([this] { Watch(); });
+    }
+    ~StopWatch() {
+        if (wake_ == 0) return;
+        {
+            std::lock_guard lock(mutex_);
+            finished_ = true;
+        }
+        pthread_kill(watcher_.native_handle(), wake_);
+        watcher_.join();
+        pthread_sigmask(SIG_SETMASK, &before_, nullptr);  // one that came since takes effect here
+    }
+    StopWatch(const StopWatch&) = delete;
+    StopWatch& operator=(const StopWatch&) = delete;
+
+    // A worker is about to write a file: false once the program is being stopped. Otherwise
+    // a Saving stands while the file is written.
+    bool BeginSave() {
+        std::lock_guard lock(mutex_);
+        if (stopping_) return false;
+        ++saving_;
+        return true;
+    }
+    class Saving {
+    public:
+        explicit Saving(StopWatch& watch) : watch_(watch) {}
+        ~Saving() {
+            {
+                std::lock_guard lock(watch_.mutex_);
+                --watch_.saving_;
+            }
+            watch_.settled_.notify_all();
+        }
+        Saving(const Saving&) = delete;
+        Saving& operator=(const Saving&) = delete;
+
+    private:
+        StopWatch& watch_;
+    };
+    bool Stopping() {
+        std::lock_guard lock(mutex_);
+        return stopping_;
+    }
+
+private:
+    void Watch() {
+        int signal = 0;
+        while (sigwait(&watched_, &signal) != 0) {
+        }
+        std::unique_lock lock(mutex_);
+        if (finished_) return;
+        stopping_ = true;
+        settled_.wait(lock, [&] { return saving_ == 0; });
+        sigset_t one;
+        sigemptyset(&one);
+        sigaddset(&one, signal);
+        pthread_sigmask(SIG_UNBLOCK, &one, nullptr);
+        ::raise(signal);
+        std::_Exit(128 + signal);  // the signal's way was changed meanwhile: leave as it would
+    }
+
+    sigset_t watched_{};
+    sigset_t before_{};
+    int wake_ = 0;  // sent to the watcher at the end of the run
+    std::thread watcher_;
+    std::mutex mutex_;
+    std::condition_variable settled_;
+    int saving_ = 0;
+    bool stopping_ = false;
+    bool finished_ = false;
+};
 
 // The one line that tells how far a batch has come, rewritten in place on a terminal.
 class StatusLine {
@@ -215,51 +327,61 @@ private:
     nlohmann::ordered_json lists_ = nlohmann::ordered_json::array();
 };
 
-// Converts the lists on `jobs` threads and writes them, and their messages, in the order of
-// the inputs from this thread alone: the outputs and the exit status are those of one job.
+// Converts the lists on `jobs` threads, each of which reads, converts and saves one list at
+// a time; this thread writes the messages, the lists for standard output and the reports in
+// the order of the inputs, so that all of it, and the exit status, are those of one job.
 int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std::ostream& out, std::ostream& err,
                StatusLine& status, ReportSink& reports) {
     const size_t n = targets.size();
     std::vector<std::optional<Outcome>> outcomes(n);
     std::mutex mutex;
-    std::condition_variable ready;  // an outcome is in, or a list may start
+    std::condition_variable ready;  // an outcome is in
+    std::condition_variable room;   // a list may start
     size_t next = 0;                // the next list a worker takes
     size_t written = 0;             // lists written so far
     // Workers run at most this far ahead of the writing, so that a long batch holds only a
-    // few converted lists at a time.
-    const size_t ahead = size_t(o.jobs) * 2;
+    // few outcomes at a time: lists for standard output wait whole in theirs.
+    const size_t ahead = o.output && *o.output == "-" ? size_t(o.jobs) * 2 : size_t(o.jobs) * 2 + 64;
+    StopWatch stop;
 
     auto work = [&] {
         for (;;) {
             size_t k;
             {
                 std::unique_lock lock(mutex);
-                ready.wait(lock, [&] { return next >= n || next < written + ahead; });
+                room.wait(lock, [&] { return next >= n || next < written + ahead; });
                 if (next >= n) return;
                 k = next++;
             }
+            const Target& target = *targets[k];
             Outcome r;
             try {
-                r = ConvertList(o, *targets[k]);
+                if (!stop.Stopping()) {
+                    r = ConvertList(o, target);
+                    if (r.save && target.file) {
+                        if (!stop.BeginSave()) return;  // the program is being stopped
+                        const StopWatch::Saving saving(stop);
+                        SaveList(target, r);
+                    }
+                }
             } catch (const std::exception& e) {  // no memory for this list: the others go on
-                r = Outcome{1, "vornelt-convert: " + targets[k]->input + ": " + e.what() + "\n", {}, false, {}};
+                r = Outcome{1, "vornelt-convert: " + target.input + ": " + e.what() + "\n", {}, false, {}};
             }
             {
                 std::lock_guard lock(mutex);
                 outcomes[k] = std::move(r);
             }
-            ready.notify_all();
+            ready.notify_one();
         }
     };
-    // The workers never take the signals that stop the program: this thread does, and it holds
-    // them while a temporary file of its saving stands.
+    // The workers never take the signals that stop the program (see StopWatch).
     std::vector<std::thread> workers;
     const unsigned jobs = unsigned(std::min<size_t>(o.jobs, n));
     {
-        sigset_t stop, before;
-        sigemptyset(&stop);
-        for (const int signal : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&stop, signal);
-        pthread_sigmask(SIG_BLOCK, &stop, &before);
+        sigset_t held, before;
+        sigemptyset(&held);
+        for (const int signal : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&held, signal);
+        pthread_sigmask(SIG_BLOCK, &held, &before);
         for (unsigned t = 0; t < jobs; ++t) workers.emplace_back(work);
         pthread_sigmask(SIG_SETMASK, &before, nullptr);
     }
@@ -273,16 +395,14 @@ int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std:
             ready.wait(lock, [&] { return outcomes[k].has_value(); });
             r = std::move(*outcomes[k]);
             outcomes[k].reset();
-        }
-        if (!r.messages.empty()) status.Clear();
-        if (r.report) reports.Add(*targets[k], *r.report);
-        result = std::max(result, SaveList(*targets[k], r, out, err));
-        {
-            std::lock_guard lock(mutex);
             written = k + 1;
         }
-        ready.notify_all();
+        room.notify_one();
+        if (!r.messages.empty()) status.Clear();
+        if (r.report) reports.Add(*targets[k], *r.report);
+        result = std::max(result, WriteList(r, out, err));
     }
+    room.notify_all();  // the workers that wait see that no list is left
     for (std::thread& w : workers) w.join();
     status.Clear();
     return result;
@@ -372,27 +492,32 @@ int ConvertMain(int argc, const char* const* argv, std::ostream& out, std::ostre
 
     // Before anything is written: no output may be another input of the run, nor the output
     // of an earlier input.
-    std::vector<std::string> inputIds;
-    for (const Target& t : targets) inputIds.push_back(FileIdentity(t.input));
-    std::vector<std::pair<std::string, const Target*>> outputs;
+    FileIdentities identity;
+    std::unordered_map<std::string, std::vector<size_t>> inputsById;  // in the order of the inputs
+    for (size_t i = 0; i < targets.size(); ++i) inputsById[identity(targets[i].input)].push_back(i);
+    std::unordered_map<std::string, const Target*> outputs;
     std::vector<const Target*> accepted;
     int status = 0;
     for (size_t i = 0; i < targets.size(); ++i) {
         const Target& t = targets[i];
         if (t.file) {
-            const std::string id = FileIdentity(*t.file);
+            const std::string id = identity(*t.file);
             std::string clash;
-            for (size_t j = 0; j < targets.size() && clash.empty(); ++j)
-                if (j != i && inputIds[j] == id) clash = "it would overwrite the input " + targets[j].input;
-            for (const auto& [other, earlier] : outputs)
-                if (clash.empty() && other == id) clash = "it is the output of " + earlier->input + " too";
+            if (const auto in = inputsById.find(id); in != inputsById.end())
+                for (const size_t j : in->second)
+                    if (j != i) {
+                        clash = "it would overwrite the input " + targets[j].input;
+                        break;
+                    }
+            if (const auto out = outputs.find(id); clash.empty() && out != outputs.end())
+                clash = "it is the output of " + out->second->input + " too";
             if (!clash.empty()) {
                 err << "vornelt-convert: " << t.input << ": not converted: its output " << *t.file << " " << clash
                     << "\n";
                 status = 1;
                 continue;
             }
-            outputs.emplace_back(id, &t);
+            outputs.emplace(id, &t);
         }
         accepted.push_back(&t);
     }

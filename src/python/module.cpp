@@ -8,6 +8,7 @@
 #include "platform/files.hpp"
 #include "platform/folder_item.hpp"
 #include "text/encodings.hpp"
+#include "text/text.hpp"
 #include "vornelt/convert.hpp"
 
 namespace py = pybind11;
@@ -15,10 +16,13 @@ namespace py = pybind11;
 namespace vornelt::python {
 namespace {
 
-// What a conversion gives back, as plain Python values.
+// What a conversion gives back. The saved list stays the library's string until `data` or
+// `text` is first asked for: a caller who saves it (convert_file) or reads only the text
+// does not pay for a copy of every byte, and none pays for a text it never reads.
 struct Result {
-    py::bytes data;
-    std::string text;
+    std::string bytes;             // the saved list, until `data` takes it over
+    py::object data = py::none();  // bytes, made on first use
+    py::object text = py::none();  // str, made on first use
     std::string form;
     std::vector<std::string> messages;
     std::optional<std::string> path;
@@ -27,6 +31,30 @@ struct Result {
     std::shared_ptr<const ConvertReport> raw;
     py::object report = py::none();  // one dict per item
     py::object counts = py::none();  // items per kind
+
+    std::string_view Saved() const {
+        if (data.is_none()) return bytes;
+        return {PyBytes_AS_STRING(data.ptr()), size_t(PyBytes_GET_SIZE(data.ptr()))};
+    }
+    const py::object& Data() {
+        if (data.is_none()) {
+            data = py::bytes(bytes);
+            std::string().swap(bytes);
+        }
+        return data;
+    }
+    const py::object& Text() {
+        if (text.is_none()) {
+            const std::string_view saved = Saved();
+            // Plain ASCII reads the same in Mac OS Roman and in UTF-8.
+            const bool ascii = IsAscii(saved);
+            const std::string decoded = ascii ? std::string() : DecodeMacRoman(saved);
+            const std::string_view utf8 = ascii ? saved : std::string_view(decoded);
+            text = py::reinterpret_steal<py::object>(PyUnicode_DecodeUTF8(utf8.data(), Py_ssize_t(utf8.size()), "strict"));
+            if (!text) throw py::error_already_set();
+        }
+        return text;
+    }
 };
 
 py::list ReportItems(const ConvertReport& report) {
@@ -80,11 +108,34 @@ ConvertOptions Options(int fps, bool mirror, bool keys, bool audio, bool removeF
     throw py::error_already_set();
 }
 
-// The bytes of a list given as bytes, or read from a path.
-std::string ListBytes(const py::object& data, std::string& name) {
-    if (py::isinstance<py::bytes>(data) || py::isinstance<py::bytearray>(data) ||
-        py::isinstance<py::memoryview>(data))
-        return py::module_::import("builtins").attr("bytes")(data).cast<std::string>();
+// A list given as bytes, bytearray or memoryview: its memory, held while the list is converted.
+class GivenBytes {
+public:
+    explicit GivenBytes(const py::object& data) {
+        if (PyObject_GetBuffer(data.ptr(), &view_, PyBUF_SIMPLE) != 0) {
+            // A memoryview that is not one run of memory: its bytes in order, once.
+            PyErr_Clear();
+            copy_ = py::reinterpret_steal<py::object>(PyBytes_FromObject(data.ptr()));
+            if (!copy_ || PyObject_GetBuffer(copy_.ptr(), &view_, PyBUF_SIMPLE) != 0) throw py::error_already_set();
+        }
+    }
+    ~GivenBytes() { PyBuffer_Release(&view_); }
+    GivenBytes(const GivenBytes&) = delete;
+    GivenBytes& operator=(const GivenBytes&) = delete;
+    std::string_view View() const { return {static_cast<const char*>(view_.buf), size_t(view_.len)}; }
+
+private:
+    Py_buffer view_{};
+    py::object copy_;
+};
+
+bool IsBytesLike(const py::object& data) {
+    return py::isinstance<py::bytes>(data) || py::isinstance<py::bytearray>(data) ||
+           py::isinstance<py::memoryview>(data);
+}
+
+// The bytes of a list read from a path; `name` becomes the file's name when it is empty.
+std::string ReadList(const py::object& data, std::string& name) {
     const std::string path = py::str(py::module_::import("os").attr("fspath")(data)).cast<std::string>();
     if (name.empty()) name = FolderItem(path).Name();
     std::string bytes;
@@ -97,21 +148,32 @@ std::string ListBytes(const py::object& data, std::string& name) {
     return bytes;
 }
 
-Result Run(std::string bytes, const ConvertOptions& o, const std::string& name) {
-    ConvertResult r;
-    {
-        py::gil_scoped_release unlocked;
-        r = Convert(std::move(bytes), o, name);
-    }
+Result Finish(ConvertResult&& r) {
     if (r.status == ConvertStatus::BadOptions) throw py::value_error(r.error);
     if (!r.ok()) throw std::runtime_error(r.error);
     Result result;
-    result.text = DecodeMacRoman(r.bytes);
-    result.data = py::bytes(r.bytes);
+    result.bytes = std::move(r.bytes);
     result.form = r.form == ListForm::GVG ? "GVG" : "CMX";
     result.messages = std::move(r.messages);
     result.raw = std::make_shared<const ConvertReport>(std::move(r.report));
     return result;
+}
+
+// Converts the list given as bytes or as a path, without the interpreter's lock. Bytes are
+// handed to the library as they stand in Python's memory: the one copy is the library's own.
+Result Run(const py::object& data, const ConvertOptions& o, std::string name) {
+    ConvertResult r;
+    if (IsBytesLike(data)) {
+        const GivenBytes given(data);
+        if (name.empty()) name = "list.edl";
+        py::gil_scoped_release unlocked;
+        r = Convert(given.View(), o, name);
+    } else {
+        std::string bytes = ReadList(data, name);
+        py::gil_scoped_release unlocked;
+        r = Convert(std::move(bytes), o, name);
+    }
+    return Finish(std::move(r));
 }
 
 }  // namespace
@@ -125,10 +187,8 @@ PYBIND11_MODULE(vornelt, m) {
     m.attr("__version__") = VORNELT_VERSION_STRING;
 
     py::class_<Result>(m, "Result", "What a conversion gives: the saved list and what the window would have said.")
-        .def_property_readonly("data", [](const Result& r) { return r.data; },
-                               "The saved list: CR LF line ends, Mac OS Roman (bytes).")
-        .def_property_readonly("text", [](const Result& r) { return r.text; },
-                               "The saved list decoded from Mac OS Roman (str).")
+        .def_property_readonly("data", &Result::Data, "The saved list: CR LF line ends, Mac OS Roman (bytes).")
+        .def_property_readonly("text", &Result::Text, "The saved list decoded from Mac OS Roman (str).")
         .def_readonly("form", &Result::form, "The list's form: \"CMX\" or \"GVG\".")
         .def_readonly("messages", &Result::messages, "What the window would have shown, in order.")
         .def_property_readonly(
@@ -153,7 +213,7 @@ PYBIND11_MODULE(vornelt, m) {
             "Items per kind.")
         .def_readonly("path", &Result::path, "Where convert_file saved the list; None for convert.")
         .def("__repr__", [](const Result& r) {
-            return "<vornelt.Result " + r.form + ", " + std::to_string(py::len(r.data)) + " bytes>";
+            return "<vornelt.Result " + r.form + ", " + std::to_string(r.Saved().size()) + " bytes>";
         });
 
     auto convert = [](const py::object& data, int fps, bool mirror, bool keys, bool audio, bool removeFreezeFrames,
@@ -163,9 +223,7 @@ PYBIND11_MODULE(vornelt, m) {
         const ConvertOptions o = Options(fps, mirror, keys, audio, removeFreezeFrames, removeSpeedChanges,
                                          wipesToDissolves, keysToDissolves, comments, wipeNames, std::move(title),
                                          std::move(movie), std::move(reel));
-        std::string given = name;
-        std::string bytes = ListBytes(data, given);
-        return Run(std::move(bytes), o, given.empty() ? "list.edl" : given);
+        return Run(data, o, std::move(name));
     };
     m.def("convert", convert, py::arg("data"), py::arg("fps"), py::kw_only(), py::arg("mirror") = true,
           py::arg("keys") = true, py::arg("audio") = true, py::arg("remove_freeze_frames") = true,
@@ -206,9 +264,7 @@ so threads convert in parallel.)");
                                          std::move(movie), std::move(reel));
         const py::object fspath = py::module_::import("os").attr("fspath");
         const std::string source = py::str(fspath(src)).cast<std::string>();
-        std::string name;
-        std::string bytes = ListBytes(src, name);
-        Result result = Run(std::move(bytes), o, name);
+        Result result = Run(src, o, "");
 
         // Where it goes: beside the list under the suggested name, into a folder, or to a file.
         const FolderItem in(source);
@@ -224,9 +280,9 @@ so threads convert in parallel.)");
             else
                 target = FolderItem(given).AbsolutePath();
         }
-        const std::string saved = result.data.cast<std::string>();
         int error;
         {
+            const std::string_view saved = result.Saved();
             py::gil_scoped_release unlocked;
             error = SaveFileBytes(target, saved);
         }

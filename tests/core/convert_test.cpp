@@ -1,12 +1,22 @@
 // The converter's contract: options, exit statuses, where the list goes; and every list of
 // the corpus under every option.
 #include <gmock/gmock.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
 
+#include <algorithm>
+#include <chrono>
 #include <filesystem>
+#include <map>
 #include <sstream>
 
 #include "cli/convert.hpp"
 #include "fixtures.hpp"
+#include "generate.hpp"
+#include "vornelt/convert.hpp"
+
+extern char** environ;
 
 namespace vornelt {
 namespace {
@@ -80,6 +90,92 @@ TEST_F(Convert, OutputsNeverOverwriteTheRunsInputsOrEachOther) {
         for (const std::string& name : written) EXPECT_TRUE(fs::exists(dir_ / name)) << name;
         for (const std::string& name : untouched) EXPECT_EQ(testing::ReadBytes(dir_ / name), "an input") << name;
         EXPECT_EQ(err.str().find("vornelt-convert: ") != std::string::npos, status != 0) << err.str();
+    }
+}
+
+// Many lists at once give what one job gives: the files, standard output, the messages in
+// the order of the inputs and the exit status; with a list that cannot be read, one that
+// cannot be saved and one refused before anything is written among them.
+TEST_F(Convert, JobsGiveWhatOneJobGives) {
+    std::vector<std::string> inputs;
+    for (int k = 0; k < 24; ++k)
+        inputs.push_back(Write("l" + std::to_string(k) + ".edl",
+                               "TITLE: L" + std::to_string(k) + "\r\n001 AX V C 01:00:00:00 01:00:0" +
+                                   std::to_string(k % 10) + ":01 00:00:10:00 00:00:15:00\r\n"));
+    inputs[5] = (dir_ / "missing.edl").string();
+    inputs[11] = (dir_ / "out" / "l3 VORNELT.edl").string();  // the output of l3.edl
+    // The arguments after the inputs (each run writes into a folder of its own).
+    const std::vector<std::vector<std::string>> variants = {
+        {"--fps", "25", "--reel", "BL"}, {"--fps", "24", "-o", "-"}, {"--fps", "30", "--dry-run", "--report", "-"}};
+    for (const auto& variant : variants) {
+        std::string firstOut, firstErr;
+        std::map<std::string, std::string> firstFiles;
+        int firstStatus = -1;
+        for (const char* jobs : {"1", "2", "5"}) {
+            SCOPED_TRACE(variant.back() + " -j " + jobs);
+            fs::remove_all(dir_ / "out");
+            fs::create_directories(dir_ / "out" / "l17 VORNELT.edl");  // a folder: the save fails
+            Write("out/l3 VORNELT.edl", "an input");
+            std::vector<std::string> args = inputs;
+            args.insert(args.end(), variant.begin(), variant.end());
+            if (std::find(variant.begin(), variant.end(), "-o") == variant.end())
+                args.insert(args.end(), {"-o", (dir_ / "out").string() + "/"});
+            args.insert(args.end(), {"-j", jobs});
+            const int status = Run(args);
+            std::map<std::string, std::string> files;
+            for (const auto& e : fs::directory_iterator(dir_ / "out"))
+                if (e.is_regular_file()) files[e.path().filename().string()] = testing::ReadBytes(e.path());
+            if (firstStatus < 0) {
+                firstStatus = status, firstOut = out.str(), firstErr = err.str(), firstFiles = files;
+                EXPECT_EQ(status, 1);
+                EXPECT_THAT(err.str(), HasSubstr("missing.edl: Sorry, Can't read the file."));
+                continue;
+            }
+            EXPECT_EQ(status, firstStatus);
+            EXPECT_EQ(out.str(), firstOut);
+            EXPECT_EQ(err.str(), firstErr);
+            EXPECT_EQ(files, firstFiles);
+        }
+        if (variant[2] == "--reel") {
+            EXPECT_EQ(firstFiles.size(), 22u);  // 24 less the missing, the refused and the unsaved, and
+            EXPECT_EQ(firstFiles["l3 VORNELT.edl"], "an input");  // the input in the folder, untouched
+            EXPECT_THAT(firstErr, HasSubstr("l17 VORNELT.edl: Unknown Error while saving the File."));
+            EXPECT_LT(firstErr.find("missing.edl"), firstErr.find("l17 VORNELT.edl"));
+        }
+    }
+}
+
+// A batch stopped while its workers save leaves every list whole or not there, and no
+// temporary file.
+TEST_F(Convert, StopSignalsInABatchLeaveNoTemporaryFile) {
+    std::vector<std::string> saved;
+    for (uint32_t seed = 1; seed <= 4; ++seed) {
+        const std::string list = bench::GenerateList({40000, false, bench::Shape::Mixed, seed});
+        Write("l" + std::to_string(seed) + ".edl", list);
+        saved.push_back(vornelt::Convert(list, ConvertOptions{}).bytes);
+    }
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        fs::remove_all(dir_ / "out");
+        fs::create_directories(dir_ / "out");
+        std::vector<std::string> args = {VORNELT_CONVERTER, "--fps", "25", "-j", "2", "-o", (dir_ / "out").string()};
+        for (int k = 1; k <= 4; ++k) args.push_back((dir_ / ("l" + std::to_string(k) + ".edl")).string());
+        std::vector<char*> argv;
+        for (std::string& a : args) argv.push_back(a.data());
+        argv.push_back(nullptr);
+        pid_t pid = 0;
+        ASSERT_EQ(::posix_spawn(&pid, VORNELT_CONVERTER, nullptr, nullptr, argv.data(), environ), 0);
+        const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        bool hidden = false;
+        while (!hidden && std::chrono::steady_clock::now() < until && ::waitpid(pid, nullptr, WNOHANG) == 0)
+            for (const auto& e : fs::directory_iterator(dir_ / "out")) hidden |= e.path().filename().string()[0] == '.';
+        ::kill(pid, signal);
+        ::waitpid(pid, nullptr, 0);
+        for (const auto& e : fs::directory_iterator(dir_ / "out")) {
+            const std::string name = e.path().filename().string();
+            ASSERT_NE(name[0], '.') << name;
+            const size_t k = size_t(name[1] - '1');
+            EXPECT_TRUE(k < saved.size() && testing::ReadBytes(e.path()) == saved[k]) << name;
+        }
     }
 }
 

@@ -47,6 +47,20 @@ def test_the_bytes_of_the_converter(tmp_path, options, flags):
     assert result.form == "CMX" and result.path is None
 
 
+@pytest.mark.parametrize("given", [
+    bytearray(LIST),
+    memoryview(LIST),
+    memoryview(LIST + LIST)[::2],  # not one run of memory: its bytes in order
+    memoryview(bytearray(LIST)).cast("B", (len(LIST),)),
+])
+def test_every_form_of_bytes_gives_the_list_of_bytes(given):
+    alone = vornelt.convert(bytes(given), 25)
+    result = vornelt.convert(given, 25)
+    assert result.text == alone.text  # the text first, from the library's bytes
+    assert result.data == alone.data and result.text is result.text
+    assert repr(result) == f"<vornelt.Result CMX, {len(alone.data)} bytes>"
+
+
 def test_threads_give_the_bytes_of_one_thread():
     jobs = [(path.read_bytes(), fps, options) for path in lists() for fps in (24, 30) for options, _ in OPTION_SETS]
     alone = [vornelt.convert(data, fps, **options).data for data, fps, options in jobs]
