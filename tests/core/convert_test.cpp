@@ -98,10 +98,13 @@ TEST_F(Convert, OutputsNeverOverwriteTheRunsInputsOrEachOther) {
 // cannot be saved and one refused before anything is written among them.
 TEST_F(Convert, JobsGiveWhatOneJobGives) {
     std::vector<std::string> inputs;
-    for (int k = 0; k < 24; ++k)
-        inputs.push_back(Write("l" + std::to_string(k) + ".edl",
-                               "TITLE: L" + std::to_string(k) + "\r\n001 AX V C 01:00:00:00 01:00:0" +
-                                   std::to_string(k % 10) + ":01 00:00:10:00 00:00:15:00\r\n"));
+    for (int k = 0; k < 24; ++k) {
+        const std::string n = std::to_string(k);
+        std::string list = "TITLE: L";
+        list.append(n).append("\r\n001 AX V C 01:00:00:00 01:00:0").append(1, char('0' + k % 10));
+        list.append(":01 00:00:10:00 00:00:15:00\r\n");
+        inputs.push_back(Write(std::string("l").append(n).append(".edl"), list));
+    }
     inputs[5] = (dir_ / "missing.edl").string();
     inputs[11] = (dir_ / "out" / "l3 VORNELT.edl").string();  // the output of l3.edl
     // The arguments after the inputs (each run writes into a folder of its own).
@@ -151,14 +154,14 @@ TEST_F(Convert, StopSignalsInABatchLeaveNoTemporaryFile) {
     std::vector<std::string> saved;
     for (uint32_t seed = 1; seed <= 4; ++seed) {
         const std::string list = bench::GenerateList({40000, false, bench::Shape::Mixed, seed});
-        Write("l" + std::to_string(seed) + ".edl", list);
+        Write(std::string("l").append(std::to_string(seed)).append(".edl"), list);
         saved.push_back(vornelt::Convert(list, ConvertOptions{}).bytes);
     }
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         fs::remove_all(dir_ / "out");
         fs::create_directories(dir_ / "out");
         std::vector<std::string> args = {VORNELT_CONVERTER, "--fps", "25", "-j", "2", "-o", (dir_ / "out").string()};
-        for (int k = 1; k <= 4; ++k) args.push_back((dir_ / ("l" + std::to_string(k) + ".edl")).string());
+        for (int k = 1; k <= 4; ++k) args.push_back((dir_ / std::string("l").append(std::to_string(k)).append(".edl")).string());
         std::vector<char*> argv;
         for (std::string& a : args) argv.push_back(a.data());
         argv.push_back(nullptr);
