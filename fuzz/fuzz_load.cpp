@@ -1,5 +1,6 @@
 // Arbitrary bytes through the whole road: converted through the library under options taken
-// from the input, then loaded into a session of its own with every switch clicked both ways.
+// from the input, then loaded into a session of its own and clicked on, each click's list
+// against the list a whole rendering gives.
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -36,24 +37,28 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (result.bytes.find('\n') != std::string::npos && result.bytes.find("\r\n") == std::string::npos)
         __builtin_trap();
 
-    // Every switch the other way and back, as clicks would.
+    // Clicks as the input chooses them, each rendered as the window renders (the event lines
+    // that did not change copied from the list before) and checked against a whole rendering.
     QuietPlatform platform;
     Session s(platform);
     s.document.frameRateTmp = double(o.fps);
     LoadListBytes(s, bytes, FolderItem("fuzz.edl"), false);
     Document& m = s.document;
-    for (int k = 0; k < 2; ++k) {
-        m.boolA1234 = !m.boolA1234;
-        AllAudioOnOff(m, platform);
-        m.boolV2 = !m.boolV2;
-        AllKeysToDissolve(m, platform);
-        AllKeysOnOff(m, platform);
-        m.boolTransToDissolve = !m.boolTransToDissolve;
-        AllWipesToDissolve(m, platform);
-        m.boolKeyToDissolve = !m.boolKeyToDissolve;
-        AllKeysToDissolve(m, platform);
-        m.boolMirror = !m.boolMirror;
+    uint32_t clicks = uint32_t(rateByte) << 8 | options;
+    for (int k = 0; k < 8; ++k, clicks >>= 2) {
+        switch ((clicks + uint32_t(k)) % 6) {
+            case 0: m.boolA1234 = !m.boolA1234; AllAudioOnOff(m, platform); break;
+            case 1: m.boolV2 = !m.boolV2; AllKeysToDissolve(m, platform); AllKeysOnOff(m, platform); break;
+            case 2: m.boolTransToDissolve = !m.boolTransToDissolve; AllWipesToDissolve(m, platform); break;
+            case 3: m.boolKeyToDissolve = !m.boolKeyToDissolve; AllKeysToDissolve(m, platform); break;
+            case 4: m.boolMirror = !m.boolMirror; break;
+            default: m.boolGenerateNewComments = !m.boolGenerateNewComments; break;
+        }
         NewEDL_02(m, s.MainWindow(), platform);
+        const std::string clicked = *m.finalCMXString;
+        m.lastRendering = LastRendering{};
+        NewEDL_02(m, s.MainWindow(), platform);
+        if (*m.finalCMXString != clicked) __builtin_trap();
     }
     return 0;
 }
