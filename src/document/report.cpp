@@ -78,7 +78,11 @@ std::string ChainRows(const ChangeItem& item, const Document& m, bool events) {
     return out;
 }
 
-std::string Quoted(std::string_view s) { return "\"" + std::string(s) + "\""; }
+std::string Quoted(std::string_view s) {
+    std::string quoted;
+    quoted.reserve(s.size() + 2);
+    return quoted.append(1, '"').append(s).append(1, '"');
+}
 
 }  // namespace
 
