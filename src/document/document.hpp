@@ -9,6 +9,7 @@
 // text tables and -1 in the number tables. The pipeline routines hand over through these
 // tables, and the order of the calls is the whole contract.
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <memory>
@@ -103,6 +104,13 @@ struct LastRendering {
     bool mirror = false;
     bool keyToDissolve = false;
     std::string reelName;
+
+    // The first line of a row at or after `row`, lines.end() when there is none: where each
+    // event row stands in the new list, for the report.
+    std::vector<TextColumn::Piece>::const_iterator From(uint32_t row) const {
+        return std::lower_bound(lines.begin(), lines.end(), row,
+                                [](const TextColumn::Piece& p, uint32_t r) { return p.row < r; });
+    }
 };
 
 // The values of the current list.

@@ -71,8 +71,6 @@ struct Report {
     // The event rows the mirror list gave a generated reel (row, event): both names stand in
     // the tables, so a row is all such an item needs.
     std::vector<std::pair<int32_t, int32_t>> renamedReels;
-    // Where the writer put each event row in the new list: (row, byte offset).
-    std::vector<std::pair<uint32_t, uint32_t>> written;
 
     std::vector<ChangeItem>& Section(ReportSection s) { return sections[size_t(s)]; }
     const std::vector<ChangeItem>& Section(ReportSection s) const { return sections[size_t(s)]; }
@@ -81,7 +79,6 @@ struct Report {
         singleLineChains = 0;
         chainRows.clear();
         renamedReels.clear();
-        written.clear();
     }
 };
 

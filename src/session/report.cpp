@@ -88,10 +88,10 @@ ReportView ViewReport(const Document& m, ReportLines lines) {
 
     // The line of each written row in the new list: the writer's byte offsets, counted in
     // lines in one walk through the list.
-    const auto& written = m.report.written;  // in row order, and so in the order of the list
+    const auto& written = m.lastRendering.lines;  // in row order, and so in the order of the list
     const std::string& text = *m.finalCMXString;
     int32_t rows = 0;
-    for (const auto& w : written) rows = std::max(rows, int32_t(std::min<uint32_t>(w.first, INT32_MAX - 1)) + 1);
+    for (const auto& w : written) rows = std::max(rows, int32_t(std::min<uint32_t>(w.row, INT32_MAX - 1)) + 1);
     std::vector<int32_t> lineOfRow(size_t(rows), 0);  // 0: not written
     auto lineAt = [&text, position = size_t(0), line = int32_t(1)](size_t offset) mutable {
         const size_t end = std::min(offset, text.size());
@@ -103,8 +103,8 @@ ReportView ViewReport(const Document& m, ReportLines lines) {
         position = end;
         return line;
     };
-    for (const auto& [row, offset] : written)
-        if (int32_t& line = lineOfRow[row]; line == 0) line = lineAt(offset);
+    for (const TextColumn::Piece& w : written)
+        if (int32_t& line = lineOfRow[w.row]; line == 0) line = lineAt(w.offset);
     for (ReportEntry& e : view.entries) {
         e.lineWritten = EarlyLine(e);
         if (e.lineWritten == kLineToCount) e.lineWritten = e.row < rows ? lineOfRow[size_t(e.row)] : 0;
@@ -124,11 +124,11 @@ int32_t WrittenLines::Of(const ReportEntry& e) {
     if (e.lineWritten != kLineToCount) return e.lineWritten;
     const SharedText list = list_.lock();
     if (!document_ || !list || list != document_->finalCMXString) return 0;
-    const auto& written = document_->report.written;
-    const auto at = std::lower_bound(written.begin(), written.end(), std::pair<uint32_t, uint32_t>(uint32_t(e.row), 0));
-    if (at == written.end() || at->first != uint32_t(e.row)) return 0;
+    const LastRendering& written = document_->lastRendering;
+    const auto at = written.From(uint32_t(e.row));
+    if (at == written.lines.end() || at->row != uint32_t(e.row)) return 0;
     const std::string& text = *list;
-    const size_t offset = std::min<size_t>(at->second, text.size());
+    const size_t offset = std::min<size_t>(at->offset, text.size());
     const size_t block = offset / kLineBlock;
     if (linesBefore_.empty()) linesBefore_.push_back(0);
     while (linesBefore_.size() <= block) {

@@ -33,9 +33,7 @@ constexpr std::string_view kKeyClipName = "* KEY CLIP NAME:  ";
 // of them is short, by giving the value of a row that holds nothing.
 int32_t At(const Int32Table& t, int64_t i) noexcept { return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : t.fill(); }
 bool At(const BoolTable& t, int64_t i) noexcept { return i >= 0 && size_t(i) < t.size() && t[size_t(i)]; }
-double At(const DoubleTable& t, int64_t i) noexcept {
-    return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : kNoMotionLine;
-}
+double At(const DoubleTable& t, int64_t i) noexcept { return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : t.fill(); }
 
 // One event line, put together in place and added to the list in one go: a line is some twenty
 // pieces, and each piece added to the list on its own costs a check of the list's room. A line
@@ -447,10 +445,7 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
     }
 
     // What this run changed besides the rows.
-    m.report.written.clear();
     if (record) {
-        m.report.written.reserve(generated.size());
-        for (const TextColumn::Piece& p : generated) m.report.written.emplace_back(p.row, p.offset);
         const std::string_view read = m.IsGrassValley ? Trim(m.ZeileEins) : Trim(Mid(m.ZeileEins, 7));
         if (read != m.newSeqTitle)
             report.push_back({ChangeKind::TitleApplied, -1, -1, 0, std::string(read), m.newSeqTitle});

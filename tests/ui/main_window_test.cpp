@@ -295,14 +295,15 @@ private slots:
             });
             const std::string& list = *m.finalCMXString;
             for (ReportEntry& e : expected) {
-                auto at = std::find_if(m.report.written.begin(), m.report.written.end(),
-                                       [&](const auto& w) { return int32_t(w.first) == e.row; });
+                const auto& written = m.lastRendering.lines;
+                auto at = std::find_if(written.begin(), written.end(),
+                                       [&](const auto& w) { return int32_t(w.row) == e.row; });
                 if (e.kind == ChangeKind::TitleApplied)
                     e.lineWritten = 1;
                 else if (e.kind == ChangeKind::CommentBeforeFirstEvent)
                     e.lineWritten = 4;
-                else if (e.row >= 0 && at != m.report.written.end())
-                    e.lineWritten = 1 + int32_t(std::count(list.begin(), list.begin() + ptrdiff_t(std::min<size_t>(at->second, list.size())), '\r'));
+                else if (e.row >= 0 && at != written.end())
+                    e.lineWritten = 1 + int32_t(std::count(list.begin(), list.begin() + ptrdiff_t(std::min<size_t>(at->offset, list.size())), '\r'));
             }
             const std::vector<ReportEntry>& shown = model.view().entries;
             QCOMPARE(shown.size(), expected.size());

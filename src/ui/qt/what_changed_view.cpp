@@ -185,24 +185,24 @@ void WhatChangedView::Selected(const QModelIndex& index) {
         read += QStringLiteral("%1  ").arg(r + 1, 5) + QString::fromUtf8(m.readOrigCompleteLine.Get(r)) + '\n';
     asRead_->setPlainText(read);
 
-    const auto& written = m.report.written;
+    const LastRendering& written = m.lastRendering;  // where each event row stands in the new list
     const std::string& list = *m.finalCMXString;
-    auto from = std::lower_bound(written.begin(), written.end(), std::pair<uint32_t, uint32_t>(uint32_t(a), 0));
-    if (from == written.end() || from->first > uint32_t(b)) {
+    auto from = written.From(uint32_t(a));
+    if (from == written.lines.end() || from->row > uint32_t(b)) {
         asWritten_->setPlainText(QStringLiteral("(not in the new list)"));
         return;
     }
-    auto to = std::lower_bound(written.begin(), written.end(), std::pair<uint32_t, uint32_t>(uint32_t(b) + 1, 0));
-    size_t end = to == written.end() ? list.size() : to->second;
-    const size_t begin = std::min<size_t>(from->second, list.size());
+    auto to = written.From(uint32_t(b) + 1);
+    size_t end = to == written.lines.end() ? list.size() : to->offset;
+    const size_t begin = std::min<size_t>(from->offset, list.size());
     QString text;
     // Numbered from the item's own line, when it has one in the new list.
     int line = 0;
-    auto own = std::lower_bound(written.begin(), written.end(), std::pair<uint32_t, uint32_t>(uint32_t(row), 0));
-    const bool ownLine = own != written.end() && own->first == uint32_t(row) && own->second >= begin;
+    auto own = written.From(uint32_t(row));
+    const bool ownLine = own != written.lines.end() && own->row == uint32_t(row) && own->offset >= begin;
     if (const int32_t lineWritten = model_->lineWritten(*e); ownLine && lineWritten > 0)
         line = lineWritten -
-               int(std::count(list.begin() + ptrdiff_t(begin), list.begin() + ptrdiff_t(own->second), '\r'));
+               int(std::count(list.begin() + ptrdiff_t(begin), list.begin() + ptrdiff_t(own->offset), '\r'));
     int shown = 0;
     for (size_t p = begin; p < end && shown < kMostLines; ++shown) {
         size_t cr = list.find('\r', p);
@@ -215,7 +215,7 @@ void WhatChangedView::Selected(const QModelIndex& index) {
 
     // The main list scrolls to the item's line.
     if (MainWindowView* main = shell_.Main()) {
-        const size_t at = ownLine ? own->second : begin;
+        const size_t at = ownLine ? own->offset : begin;
         size_t lineEnd = list.find('\r', at);
         if (lineEnd == std::string::npos) lineEnd = list.size();
         main->EditField1()->revealSelection(at, lineEnd);
