@@ -14,6 +14,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "text/bit_count.hpp"
+
 namespace vornelt {
 
 class RowSet {
@@ -30,7 +32,7 @@ public:
         const Block& block = blocks_[b];
         const uint64_t bit = uint64_t(1) << (i & 63);
         if ((block.bits & bit) == 0) return kNone;
-        return int64_t(block.before) + PopCount(block.bits & (bit - 1));
+        return int64_t(block.before) + BitCount(block.bits & (bit - 1));
     }
 
     // A new last row; with an entry, that entry is the last one.
@@ -81,18 +83,6 @@ private:
         ++count_;
     }
 
-    static int PopCount(uint64_t x) noexcept {
-#if defined(__POPCNT__) || !(defined(__x86_64__) || defined(__i386__))
-        return std::popcount(x);
-#else
-        // Without the instruction the compiler calls a library routine; this is quicker.
-        x = x - ((x >> 1) & 0x5555555555555555ull);
-        x = (x & 0x3333333333333333ull) + ((x >> 2) & 0x3333333333333333ull);
-        x = (x + (x >> 4)) & 0x0F0F0F0F0F0F0F0Full;
-        return int((x * 0x0101010101010101ull) >> 56);
-#endif
-    }
-
     std::vector<Block> blocks_;
     size_t rows_ = 0;
     size_t count_ = 0;
@@ -106,7 +96,7 @@ inline size_t RowSet::Insert(size_t i) {
     }
     Block& block = blocks_[b];
     const uint64_t bit = uint64_t(1) << (i & 63);
-    const size_t place = block.before + size_t(PopCount(block.bits & (bit - 1)));
+    const size_t place = block.before + size_t(BitCount(block.bits & (bit - 1)));
     block.bits |= bit;
     for (size_t k = b + 1; k < blocks_.size(); ++k) ++blocks_[k].before;
     ++count_;

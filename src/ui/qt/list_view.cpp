@@ -20,6 +20,8 @@
 #include <emmintrin.h>
 #endif
 
+#include "text/bit_count.hpp"
+
 namespace vornelt::qt {
 
 namespace {
@@ -169,14 +171,6 @@ inline uint64_t ZeroBytes(uint64_t x) {
 
 // The high bits of the eight bytes of x (and no other bit set) as the low eight bits.
 inline uint64_t GatherHighBits(uint64_t x) { return ((x >> 7) * 0x0102040810204080ULL) >> 56; }
-
-// The number of bits set, without a call where the processor has no instruction for it.
-inline int BitCount(uint64_t x) {
-    x -= (x >> 1) & 0x5555555555555555ULL;
-    x = (x & 0x3333333333333333ULL) + ((x >> 2) & 0x3333333333333333ULL);
-    x = (x + (x >> 4)) & 0x0F0F0F0F0F0F0F0FULL;
-    return int((x * 0x0101010101010101ULL) >> 56);
-}
 
 // Eight bytes at a time in a machine word, for every processor. Block: the bits of the CR
 // and LF bytes of 64 bytes.
