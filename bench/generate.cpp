@@ -50,17 +50,17 @@ private:
     void EventLine(int n, const std::string& reel, const char* mode, const std::string& trans, const std::string& rest,
                    int64_t srcIn, int64_t len, int64_t recIn) {
         char buf[256];
-        std::snprintf(buf, sizeof buf, o_.gvg ? "%04d %-6s %-5s %-4s %3s %s %s  %s %s" : "%03d  %-8s %-5s %-4s %3s %s %s %s %s",
-                      n % (o_.gvg ? 10000 : 1000), reel.c_str(), mode, trans.c_str(), rest.c_str(),
-                      Tc(srcIn).c_str(), Tc(srcIn + len).c_str(), Tc(recIn).c_str(), Tc(recIn + len).c_str());
+        std::snprintf(buf, sizeof buf,
+                      o_.gvg ? "%04d %-6s %-5s %-4s %3s %s %s  %s %s" : "%03d  %-8s %-5s %-4s %3s %s %s %s %s",
+                      n % (o_.gvg ? 10000 : 1000), reel.c_str(), mode, trans.c_str(), rest.c_str(), Tc(srcIn).c_str(),
+                      Tc(srcIn + len).c_str(), Tc(recIn).c_str(), Tc(recIn + len).c_str());
         Line(buf);
     }
 
     // Where the next source begins, by the shape of the list.
     int64_t SourceIn(int64_t len) {
         switch (o_.shape) {
-            case Shape::SameSource:
-                return Pick(10) == 0 ? 90000 + Pick(100000) : 90000;
+            case Shape::SameSource: return Pick(10) == 0 ? 90000 + Pick(100000) : 90000;
             case Shape::OneChain: {
                 int64_t s = chain_;
                 chain_ += len;
@@ -75,7 +75,8 @@ private:
         const int64_t len = 25 + Pick(200);
         const int kind = o_.shape == Shape::Mixed ? Pick(100) : 0;
         const std::string reel = Reel();
-        const std::string clip = "* FROM CLIP NAME: shot_" + std::to_string(Pick(100000)) + "_v" + std::to_string(Pick(9)) + ".mov";
+        const std::string clip =
+            "* FROM CLIP NAME: shot_" + std::to_string(Pick(100000)) + "_v" + std::to_string(Pick(9)) + ".mov";
         if (kind < 50) {  // a cut
             EventLine(n, reel, "V", "C", "", SourceIn(len), len, rec_);
             Line(clip);
@@ -102,8 +103,8 @@ private:
         } else {  // a speed change or a freeze frame
             EventLine(n, reel, "V", "C", "", SourceIn(len), len, rec_);
             char m2[96];
-            std::snprintf(m2, sizeof m2, "M2   %-8s %05.1f                %s", reel.c_str(), Pick(3) ? 12.5 * Pick(5) : 0.0,
-                          Tc(90000 + Pick(1000)).c_str());
+            std::snprintf(m2, sizeof m2, "M2   %-8s %05.1f                %s", reel.c_str(),
+                          Pick(3) ? 12.5 * Pick(5) : 0.0, Tc(90000 + Pick(1000)).c_str());
             Line(m2);
         }
         rec_ += len;

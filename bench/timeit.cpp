@@ -33,7 +33,8 @@ int main(int argc, char** argv) {
         int status = 0;
         rusage usage{};
         if (wait4(pid, &status, 0, &usage) != pid) return 1;
-        walls.push_back(std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start).count());
+        walls.push_back(
+            std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start).count());
         peaks.push_back(usage.ru_maxrss);
         if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
             std::fprintf(stderr, "%s: exit status %d\n", argv[2], WIFEXITED(status) ? WEXITSTATUS(status) : -1);

@@ -49,7 +49,8 @@ std::string ListPath(int events) {
         const std::string path = std::string(folder) + "/cmx_" + std::to_string(events / 1000) + "k.edl";
         if (std::ifstream(path).good()) return path;
     }
-    const std::string path = QDir::temp().filePath(QStringLiteral("vornelt-window-bench-%1.edl").arg(events)).toStdString();
+    const std::string path =
+        QDir::temp().filePath(QStringLiteral("vornelt-window-bench-%1.edl").arg(events)).toStdString();
     ListOptions o;
     o.events = events;
     o.seed = 7;
@@ -136,7 +137,8 @@ void Click(Program& p) {
 void Counters(benchmark::State& state, Program& p, int paintsBefore) {
     state.counters["rows"] = double(p.document().maxZeilen + 1);
     state.counters["MB shown"] = double(p.list()->text()->size()) / 1e6;
-    state.counters["paints"] = benchmark::Counter(double(p.paints.paints - paintsBefore), benchmark::Counter::kAvgIterations);
+    state.counters["paints"] =
+        benchmark::Counter(double(p.paints.paints - paintsBefore), benchmark::Counter::kAvgIterations);
 }
 
 // The click in the main window: the handler, the switch, NewEDL_02, the text area taking the
@@ -195,7 +197,8 @@ void BM_WindowAfterHandler(benchmark::State& state) {
     }
     Counters(state, p, before);
     if (state.range(1))
-        state.counters["report paints"] = benchmark::Counter(double(treePaints.paints), benchmark::Counter::kAvgIterations);
+        state.counters["report paints"] =
+            benchmark::Counter(double(treePaints.paints), benchmark::Counter::kAvgIterations);
     state.SetLabel(state.range(1) ? "What Changed open" : "");
     p.CloseWhatChanged();
 }
@@ -296,7 +299,12 @@ void BM_WhatChangedFollowsClick(benchmark::State& state) {
     state.counters["click ms"] = without / n * 1e3;
     state.counters["with ms"] = with / n * 1e3;
 }
-BENCHMARK(BM_WhatChangedFollowsClick)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(15);
+BENCHMARK(BM_WhatChangedFollowsClick)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime()
+    ->Iterations(15);
 
 }  // namespace
 }  // namespace vornelt::bench

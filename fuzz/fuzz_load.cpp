@@ -47,10 +47,23 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     uint32_t clicks = uint32_t(rateByte) << 8 | options;
     for (int k = 0; k < 8; ++k, clicks >>= 2) {
         switch ((clicks + uint32_t(k)) % 6) {
-            case 0: m.boolA1234 = !m.boolA1234; AllAudioOnOff(m, platform); break;
-            case 1: m.boolV2 = !m.boolV2; AllKeysToDissolve(m, platform); AllKeysOnOff(m, platform); break;
-            case 2: m.boolTransToDissolve = !m.boolTransToDissolve; AllWipesToDissolve(m, platform); break;
-            case 3: m.boolKeyToDissolve = !m.boolKeyToDissolve; AllKeysToDissolve(m, platform); break;
+            case 0:
+                m.boolA1234 = !m.boolA1234;
+                AllAudioOnOff(m, platform);
+                break;
+            case 1:
+                m.boolV2 = !m.boolV2;
+                AllKeysToDissolve(m, platform);
+                AllKeysOnOff(m, platform);
+                break;
+            case 2:
+                m.boolTransToDissolve = !m.boolTransToDissolve;
+                AllWipesToDissolve(m, platform);
+                break;
+            case 3:
+                m.boolKeyToDissolve = !m.boolKeyToDissolve;
+                AllKeysToDissolve(m, platform);
+                break;
             case 4: m.boolMirror = !m.boolMirror; break;
             default: m.boolGenerateNewComments = !m.boolGenerateNewComments; break;
         }

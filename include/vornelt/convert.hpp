@@ -18,15 +18,15 @@ enum class WipeNames { FinalCutPro, Smpte };
 
 // The options of a conversion, with the window's defaults.
 struct ConvertOptions {
-    int fps = 25;                     // frames per second of the list: 24, 25 or 30
-    bool mirror = true;               // the mirror list on one rendered master movie
-    bool keys = true;                 // the key track V2
-    bool audio = true;                // the audio events
-    bool removeFreezeFrames = true;   // motion lines of speed 0 left out
-    bool removeSpeedChanges = true;   // motion lines of any other speed left out
-    bool wipesToDissolves = true;     // wipes become dissolves of the same length
-    bool keysToDissolves = false;     // keys become dissolves of the same length
-    bool comments = true;             // generated comment lines for every event
+    int fps = 25;                    // frames per second of the list: 24, 25 or 30
+    bool mirror = true;              // the mirror list on one rendered master movie
+    bool keys = true;                // the key track V2
+    bool audio = true;               // the audio events
+    bool removeFreezeFrames = true;  // motion lines of speed 0 left out
+    bool removeSpeedChanges = true;  // motion lines of any other speed left out
+    bool wipesToDissolves = true;    // wipes become dissolves of the same length
+    bool keysToDissolves = false;    // keys become dissolves of the same length
+    bool comments = true;            // generated comment lines for every event
     WipeNames wipeNames = WipeNames::Smpte;
     std::optional<std::string> title;  // the sequence title (in capitals); none: the list's own
     std::optional<std::string> movie;  // the rendered movie named in the comment lines
@@ -84,7 +84,7 @@ struct ConvertResult {
     // What the window would have shown on the way, in order (the question on a reserved
     // reel name, for one).
     std::vector<std::string> messages;
-    std::string error;  // with BadOptions or Failed: what went wrong, for a person to read
+    std::string error;     // with BadOptions or Failed: what went wrong, for a person to read
     ConvertReport report;  // with Converted, when options.report asked for it
 
     bool ok() const noexcept { return status == ConvertStatus::Converted; }

@@ -69,8 +69,10 @@ void Configure(CLI::App& app, Options& o) {
     app.add_option("--title", c.title, "Sequence title (folded to capitals)");
     app.add_option("--movie", c.movie, "Name of the rendered movie for the comment lines");
     app.add_option("--reel", c.reel, "Reel name of the mirror list: letters and digits, at most 8 (6 for GVG)");
-    app.add_option("--report", o.report, "Write what changed and what the check found to FILE, '-' for standard output");
-    app.add_option("--report-format", o.reportFormat, "Form of the report [text]")->check(CLI::IsMember({"text", "json"}));
+    app.add_option("--report", o.report,
+                   "Write what changed and what the check found to FILE, '-' for standard output");
+    app.add_option("--report-format", o.reportFormat, "Form of the report [text]")
+        ->check(CLI::IsMember({"text", "json"}));
     app.add_flag("--dry-run", o.dryRun, "Read and report; write no list");
     app.add_option("-j,--jobs", o.jobs, "Lists converted at once [the number of cores]")->check(CLI::Range(1u, 256u));
     app.add_flag("-q,--quiet", o.quiet, "No status line while several lists are converted");
@@ -140,8 +142,8 @@ Outcome ConvertList(const Options& o, const Target& target) {
         return r;
     }
     if (o.convert.reel && IsReservedReel(*o.convert.reel))
-        r.messages = "vornelt-convert: note: " + Uppercase(*o.convert.reel) +
-                     " is a reserved reel name; it is used as given\n";
+        r.messages =
+            "vornelt-convert: note: " + Uppercase(*o.convert.reel) + " is a reserved reel name; it is used as given\n";
     if (o.report) r.report = std::move(result.report);
     if (o.dryRun) return r;
     r.bytes = std::move(result.bytes);
@@ -307,7 +309,9 @@ public:
         if (!o_.report) return 0;
         std::string bytes = text_;
         if (o_.reportFormat == "json")
-            bytes = ReportDocument(std::move(lists_)).dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+            bytes = ReportDocument(std::move(lists_))
+                        .dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) +
+                    "\n";
         if (*o_.report == "-") {
             out << bytes << std::flush;
             if (out) return 0;

@@ -5,14 +5,37 @@
 namespace vornelt {
 
 std::vector<TextColumn*> Document::AllTextTables() {
-    return {&readOrigCompleteLine, &dummyReadZeile,     &readOrigRecOutTC,     &readOrigRecInTC,
-            &readOrigSourceOutTC,  &readOrigSourceInTC, &readOrigEventNumberStr, &readOrigReelNames,
-            &readOrigMode,         &readOrigTrans,      &readOrigTransDur,     &readOrigIsBTrack,
-            &readOrigM2Str,        &readCompleteEvent,  &readOrigClipNames,    &readOrigAllReelNames,
-            &readOrigAllClipNames, &newClipReelName,    &copyClipNames,        &copyCompletLine,
-            &copyRecOutTC,         &copyRecInTC,        &copySourceOutTC,      &copySourceInTC,
-            &copyEventNumberStr,   &copyReelNames,      &copyMode,             &copyTrans,
-            &copyTransDur,         &copyIsBTrack,       &cleanClipReelName};
+    return {&readOrigCompleteLine,
+            &dummyReadZeile,
+            &readOrigRecOutTC,
+            &readOrigRecInTC,
+            &readOrigSourceOutTC,
+            &readOrigSourceInTC,
+            &readOrigEventNumberStr,
+            &readOrigReelNames,
+            &readOrigMode,
+            &readOrigTrans,
+            &readOrigTransDur,
+            &readOrigIsBTrack,
+            &readOrigM2Str,
+            &readCompleteEvent,
+            &readOrigClipNames,
+            &readOrigAllReelNames,
+            &readOrigAllClipNames,
+            &newClipReelName,
+            &copyClipNames,
+            &copyCompletLine,
+            &copyRecOutTC,
+            &copyRecInTC,
+            &copySourceOutTC,
+            &copySourceInTC,
+            &copyEventNumberStr,
+            &copyReelNames,
+            &copyMode,
+            &copyTrans,
+            &copyTransDur,
+            &copyIsBTrack,
+            &cleanClipReelName};
 }
 
 void ResetGlobalVariables_NEU(Document& m, const MainWindowState& w) {

@@ -50,7 +50,7 @@ struct ReadTables {
     TextColumn readOrigTransDur;
     TextColumn readOrigIsBTrack;
     Int32Table editDurationFrames{-1};
-    TextColumn readOrigM2Str{"**"};  // speed text of a motion line, "**" on any other row
+    TextColumn readOrigM2Str{"**"};         // speed text of a motion line, "**" on any other row
     DoubleTable readOrigM2{kNoMotionLine};  // its value, -1111.0 on any other row; never emptied
 };
 
@@ -97,8 +97,8 @@ struct CopyTables {
 // of being written anew.
 struct LastRendering {
     static constexpr size_t kTables = 11;
-    const std::string* list = nullptr;      // the list the lines stand in (renderedList)
-    std::vector<TextColumn::Piece> lines;   // each event row's line in it, in row order
+    const std::string* list = nullptr;                 // the list the lines stand in (renderedList)
+    std::vector<TextColumn::Piece> lines;              // each event row's line in it, in row order
     std::array<ChangeLog::Version, kTables> tables{};  // the tables the lines were written from
     bool grassValley = false;
     bool mirror = false;

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 
-
 namespace vornelt {
 
 namespace {
@@ -60,8 +59,9 @@ std::string ChainSource(const ChangeItem& item, const Document& m) {
         if (row < m.copySourceInFrame.size()) in = std::min(in, m.copySourceInFrame[row]);
         if (row < m.copySourceOutFrame.size()) out = std::max(out, m.copySourceOutFrame[row]);
     }
-    std::string (*toTimecode)(int32_t) =
-        m.frameRate == 24.0 ? Frames24_to_TC : m.frameRate == 30.0 ? Frames30NonDrop_to_TC : Frames25_to_TC;
+    std::string (*toTimecode)(int32_t) = m.frameRate == 24.0   ? Frames24_to_TC
+                                         : m.frameRate == 30.0 ? Frames30NonDrop_to_TC
+                                                               : Frames25_to_TC;
     return toTimecode(in) + " to " + toTimecode(out);
 }
 
@@ -95,65 +95,59 @@ std::string ItemText(const ChangeItem& item, const Document& m) {
     const std::string event = "Event " + std::to_string(item.event);
     const std::string fps = std::to_string(int(m.frameRate)) + " fps";
     switch (item.kind) {
-    case ChangeKind::KeyOutPoint:
-        return event + ": key of length zero given the length of the line before, record out " + item.before +
-               " became " + item.after;
-    case ChangeKind::ClipChain:
-        return std::string(Trim(m.cleanClipReelName.Get(item.row))) + ": " + std::to_string(ChainLength(item, m)) +
-               " lines of one source clip (events " + ChainRows(item, m, true) + " on lines " +
-               ChainRows(item, m, false) + "), source " + ChainSource(item, m);
-    case ChangeKind::FreezeFrameRemoved:
-        return event + ": freeze frame removed (speed " + item.before + ")";
-    case ChangeKind::SpeedChangeRemoved:
-        return event + ": speed change removed (speed " + item.before + ")";
-    case ChangeKind::AudioLeftOut:
-        if (!item.after.empty()) return event + ": audio of " + item.before + " left out, kept as " + item.after;
-        return event + ": audio event " + item.before + " left out";
-    case ChangeKind::KeyTrackLeftOut:
-        return event + ": key line " + item.before + " left out";
-    case ChangeKind::WipeToDissolve:
-        return event + ": wipe " + item.before + " made a dissolve of " + item.after + " frames";
-    case ChangeKind::KeyToDissolve:
-        return event + ": key " + item.before + " made a dissolve";
-    case ChangeKind::ReelRenamed:
-        return event + ": reel " + std::string(Trim(m.readOrigReelNames.Get(item.row))) + " became " +
-               std::string(Trim(m.cleanClipReelName.Get(item.row)));
-    case ChangeKind::TitleApplied:
-        return "Title " + Quoted(item.before) + " became " + Quoted(item.after);
-    case ChangeKind::MovieApplied:
-        return "Comment lines name the rendered movie " + Quoted(item.after);
-    case ChangeKind::MasterReelApplied:
-        return "Every event of the mirror list is on the master reel " + item.after + " (" +
-               std::to_string(item.number) + " events)";
-    case ChangeKind::ImpossibleTimecode:
-        return event + ": timecode " + item.before + " cannot exist at " + fps + " (" + item.after +
-               "): was the frame rate answered right?";
-    case ChangeKind::DropFrameAtRate:
-        return "The list says " + Quoted(item.before) + ", but was read at " + fps +
-               ": drop frame exists only at 30 fps. Was the frame rate answered right?";
-    case ChangeKind::RecordBackwards:
-        return event + ": record out " + item.after + " stands before record in " + item.before;
-    case ChangeKind::RecordOverlap:
-        return event + ": record in " + item.before + " on track " + item.after + " lies inside event " +
-               std::to_string(item.number) + " on the same track";
-    case ChangeKind::SourceOutBeforeIn:
-        return event + ": source out " + item.after + " stands before source in " + item.before;
-    case ChangeKind::UnknownLine:
-        return "Neither an event nor a note Vornelt knows, left out of the new list: " + Quoted(item.before);
-    case ChangeKind::NotMacRoman:
-        return "Mac OS Roman cannot hold " + Quoted(item.before) + ": saved as \"?\" where the line is written";
-    case ChangeKind::ReelTooLong:
-        return event + ": reel " + item.before + " has " + std::to_string(item.number) + " characters; the list takes " +
-               item.after;
-    case ChangeKind::LooksLikeUtf8:
-        return "The file looks like UTF-8, but every list is read as Windows Latin 1: accented clip names come out "
-               "garbled. Save it as Windows Latin 1 (ANSI) and open it again.";
-    case ChangeKind::LooksLikeUtf16:
-        return "The file looks like UTF-16, but every list is read as Windows Latin 1: it cannot be read as it "
-               "stands. Save it as Windows Latin 1 (ANSI) and open it again.";
-    case ChangeKind::CommentBeforeFirstEvent:
-        return "The new list has comment lines ahead of its first event line, because the first event " +
-               item.before + "; some strict readers refuse such a list";
+        case ChangeKind::KeyOutPoint:
+            return event + ": key of length zero given the length of the line before, record out " + item.before +
+                   " became " + item.after;
+        case ChangeKind::ClipChain:
+            return std::string(Trim(m.cleanClipReelName.Get(item.row))) + ": " + std::to_string(ChainLength(item, m)) +
+                   " lines of one source clip (events " + ChainRows(item, m, true) + " on lines " +
+                   ChainRows(item, m, false) + "), source " + ChainSource(item, m);
+        case ChangeKind::FreezeFrameRemoved: return event + ": freeze frame removed (speed " + item.before + ")";
+        case ChangeKind::SpeedChangeRemoved: return event + ": speed change removed (speed " + item.before + ")";
+        case ChangeKind::AudioLeftOut:
+            if (!item.after.empty()) return event + ": audio of " + item.before + " left out, kept as " + item.after;
+            return event + ": audio event " + item.before + " left out";
+        case ChangeKind::KeyTrackLeftOut: return event + ": key line " + item.before + " left out";
+        case ChangeKind::WipeToDissolve:
+            return event + ": wipe " + item.before + " made a dissolve of " + item.after + " frames";
+        case ChangeKind::KeyToDissolve: return event + ": key " + item.before + " made a dissolve";
+        case ChangeKind::ReelRenamed:
+            return event + ": reel " + std::string(Trim(m.readOrigReelNames.Get(item.row))) + " became " +
+                   std::string(Trim(m.cleanClipReelName.Get(item.row)));
+        case ChangeKind::TitleApplied: return "Title " + Quoted(item.before) + " became " + Quoted(item.after);
+        case ChangeKind::MovieApplied: return "Comment lines name the rendered movie " + Quoted(item.after);
+        case ChangeKind::MasterReelApplied:
+            return "Every event of the mirror list is on the master reel " + item.after + " (" +
+                   std::to_string(item.number) + " events)";
+        case ChangeKind::ImpossibleTimecode:
+            return event + ": timecode " + item.before + " cannot exist at " + fps + " (" + item.after +
+                   "): was the frame rate answered right?";
+        case ChangeKind::DropFrameAtRate:
+            return "The list says " + Quoted(item.before) + ", but was read at " + fps +
+                   ": drop frame exists only at 30 fps. Was the frame rate answered right?";
+        case ChangeKind::RecordBackwards:
+            return event + ": record out " + item.after + " stands before record in " + item.before;
+        case ChangeKind::RecordOverlap:
+            return event + ": record in " + item.before + " on track " + item.after + " lies inside event " +
+                   std::to_string(item.number) + " on the same track";
+        case ChangeKind::SourceOutBeforeIn:
+            return event + ": source out " + item.after + " stands before source in " + item.before;
+        case ChangeKind::UnknownLine:
+            return "Neither an event nor a note Vornelt knows, left out of the new list: " + Quoted(item.before);
+        case ChangeKind::NotMacRoman:
+            return "Mac OS Roman cannot hold " + Quoted(item.before) + ": saved as \"?\" where the line is written";
+        case ChangeKind::ReelTooLong:
+            return event + ": reel " + item.before + " has " + std::to_string(item.number) +
+                   " characters; the list takes " + item.after;
+        case ChangeKind::LooksLikeUtf8:
+            return "The file looks like UTF-8, but every list is read as Windows Latin 1: accented clip names come out "
+                   "garbled. Save it as Windows Latin 1 (ANSI) and open it again.";
+        case ChangeKind::LooksLikeUtf16:
+            return "The file looks like UTF-16, but every list is read as Windows Latin 1: it cannot be read as it "
+                   "stands. Save it as Windows Latin 1 (ANSI) and open it again.";
+        case ChangeKind::CommentBeforeFirstEvent:
+            return "The new list has comment lines ahead of its first event line, because the first event " +
+                   item.before + "; some strict readers refuse such a list";
     }
     return {};
 }

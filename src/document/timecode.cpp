@@ -41,8 +41,7 @@ std::string FramesToTc(int32_t n, int r) {
     int64_t seconds = totalSeconds;
     if (seconds >= 60) seconds = totalSeconds - totalMinutes * 60;
     const int64_t rest = int64_t(n) - totalSeconds * r;
-    return Format(hours, "00") + ":" + Format(minutes, "00") + ":" + Format(seconds, "00") + ":" +
-           Format(rest, "00");
+    return Format(hours, "00") + ":" + Format(minutes, "00") + ":" + Format(seconds, "00") + ":" + Format(rest, "00");
 }
 
 }  // namespace

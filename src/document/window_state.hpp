@@ -9,8 +9,8 @@
 #include <string>
 #include <string_view>
 
-#include "text/text_column.hpp"
 #include "platform/platform.hpp"
+#include "text/text_column.hpp"
 
 namespace vornelt {
 

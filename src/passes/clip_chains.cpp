@@ -5,11 +5,11 @@
 #include <algorithm>
 #include <string>
 
-#include "text/text.hpp"
-#include "vocabulary/vocabulary.hpp"
 #include "passes/passes.hpp"
 #include "passes/rows.hpp"
 #include "platform/platform.hpp"
+#include "text/text.hpp"
+#include "vocabulary/vocabulary.hpp"
 
 namespace vornelt {
 
@@ -226,7 +226,6 @@ void RecordClipChains(Document& m, const std::vector<uint32_t>& rowOf, const std
 }  // namespace
 
 void CleanEDL_4(Document& m, Platform& platform) {
-
     m.cleanClipReelName.assign_empty(m.copyReelNames.size());
     const size_t rows =
         passes_detail::RowsWithin(m.maxZeilen, {m.cleanClipReelName.size(), m.copyEventNumberInt.size(),

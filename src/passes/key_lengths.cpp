@@ -1,10 +1,10 @@
 // CheckBSpurClipLenghts: the key line of a Final Cut Pro key event comes with Src-IN equal
 // to Src-OUT and Rec-IN equal to Rec-OUT; it takes the length of the line before it.
-#include "text/text.hpp"
 #include "document/timecode.hpp"
 #include "passes/passes.hpp"
 #include "passes/rows.hpp"
 #include "platform/platform.hpp"
+#include "text/text.hpp"
 
 namespace vornelt {
 
@@ -16,7 +16,6 @@ int32_t AddFrames(int32_t a, int32_t b) { return int32_t(uint32_t(a) + uint32_t(
 }  // namespace
 
 void CheckBSpurClipLenghts(Document& m, Platform& platform) {
-
     const size_t rows = passes_detail::RowsWithin(
         m.maxZeilen,
         {m.copyEventNumberInt.size(), m.copyIsBTrack.size(), m.copyTrans.size(), m.editDurationFrames.size(),
@@ -56,7 +55,8 @@ void CheckBSpurClipLenghts(Document& m, Platform& platform) {
         }
         if (m.report.recording)
             report.push_back({ChangeKind::KeyOutPoint, int32_t(i), m.copyEventNumberInt[i], d,
-                          std::string(m.readOrigRecOutTC.Get(int64_t(i))), std::string(m.copyRecOutTC.Get(int64_t(i)))});
+                              std::string(m.readOrigRecOutTC.Get(int64_t(i))),
+                              std::string(m.copyRecOutTC.Get(int64_t(i)))});
     }
 }
 

@@ -1,7 +1,7 @@
 // CheckForM2: the speed of every motion line, one entry per line of the file.
-#include "text/text.hpp"
 #include "passes/passes.hpp"
 #include "platform/platform.hpp"
+#include "text/text.hpp"
 
 namespace vornelt {
 
@@ -25,7 +25,6 @@ std::string_view PegSpeed(std::string_view line) {
 }  // namespace
 
 void CheckForM2(Document& m, Platform& platform) {
-
     // readOrigM2 is never emptied: the values of a second list stand behind the first's.
     m.readOrigM2Str.clear();
     const size_t lines = m.maxZeilen < 0 ? 0 : size_t(m.maxZeilen) + 1;

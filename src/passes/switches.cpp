@@ -1,9 +1,9 @@
 // The switches: each carries one option into the working copy, deciding from the read
 // tables only, so that turning an option off gives back what was read.
-#include "text/text.hpp"
 #include "passes/passes.hpp"
 #include "passes/rows.hpp"
 #include "platform/platform.hpp"
+#include "text/text.hpp"
 
 namespace vornelt {
 
@@ -69,7 +69,8 @@ void AllAudioOnOff(Document& m, Platform& platform) {
         } else if (video && audio) {
             setMode(i, "V");
             m.displayThisAudioEventLine[i] = true;
-            if (m.report.recording) report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), "V"});
+            if (m.report.recording)
+                report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), "V"});
         } else if (!video) {
             // Whatever holds no "V" counts as audio, "B" and "NONE" as well.
             setMode(i, mode);
@@ -99,8 +100,12 @@ void AllKeysOnOff(Document& m, Platform& platform) {
             m.copyTrans.set(i, trans);
             m.displayThisKeyEventLine[i] = false;
             if (m.report.recording)
-                report.push_back({ChangeKind::KeyTrackLeftOut, int32_t(i), EventOf(m, i), 0,
-                              std::string(trans) + (m.readOrigIsBTrack.Get(int64_t(i)).empty() ? "" : " B"), {}});
+                report.push_back({ChangeKind::KeyTrackLeftOut,
+                                  int32_t(i),
+                                  EventOf(m, i),
+                                  0,
+                                  std::string(trans) + (m.readOrigIsBTrack.Get(int64_t(i)).empty() ? "" : " B"),
+                                  {}});
         }
     }
 }
@@ -113,8 +118,8 @@ template <typename IsEffect>
 void EffectsToDissolve(Document& m, Platform& platform, bool toDissolve, ChangeKind kind, IsEffect isEffect) {
     const size_t rows = passes_detail::RowsWithin(m.maxZeilen, {m.readOrigTrans.size(), m.copyTrans.size()});
 
-    std::vector<ChangeItem>& report = m.report.Section(
-        kind == ChangeKind::WipeToDissolve ? ReportSection::Wipes : ReportSection::KeysToDissolve);
+    std::vector<ChangeItem>& report =
+        m.report.Section(kind == ChangeKind::WipeToDissolve ? ReportSection::Wipes : ReportSection::KeysToDissolve);
     report.clear();
     for (size_t i = 0; i < rows; ++i) {
         platform.Yield();
@@ -130,12 +135,14 @@ void EffectsToDissolve(Document& m, Platform& platform, bool toDissolve, ChangeK
 }  // namespace
 
 void AllKeysToDissolve(Document& m, Platform& platform) {
-    EffectsToDissolve(m, platform, m.boolKeyToDissolve, ChangeKind::KeyToDissolve, [](std::string_view trans) { return BeginsCI(trans, "K"); });
+    EffectsToDissolve(m, platform, m.boolKeyToDissolve, ChangeKind::KeyToDissolve,
+                      [](std::string_view trans) { return BeginsCI(trans, "K"); });
 }
 
 void AllWipesToDissolve(Document& m, Platform& platform) {
     // A "W" anywhere in the field marks a wipe: "SW" too.
-    EffectsToDissolve(m, platform, m.boolTransToDissolve, ChangeKind::WipeToDissolve, [](std::string_view trans) { return Contains(trans, "W"); });
+    EffectsToDissolve(m, platform, m.boolTransToDissolve, ChangeKind::WipeToDissolve,
+                      [](std::string_view trans) { return Contains(trans, "W"); });
 }
 
 }  // namespace vornelt

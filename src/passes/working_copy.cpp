@@ -18,7 +18,6 @@ void ShareDocument(TextColumn& copy, const SharedText& document) {
 }  // namespace
 
 void CopyArrays(Document& m, Platform& platform) {
-
     m.copyCompletLine.clear();
     m.copyRecOutTC.clear();
     m.copyRecInTC.clear();

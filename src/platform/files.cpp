@@ -124,8 +124,14 @@ class ReplacingStream final : public TextOutputStream {
 public:
     ReplacingStream(std::unique_ptr<StopSignalsHeld> held, std::string target, std::string temp, int fd, mode_t mode,
                     bool replaces, uid_t uid, gid_t gid)
-        : target_(std::move(target)), temp_(std::move(temp)), fd_(fd), mode_(mode), replaces_(replaces), uid_(uid),
-          gid_(gid), held_(std::move(held)) {}
+        : target_(std::move(target)),
+          temp_(std::move(temp)),
+          fd_(fd),
+          mode_(mode),
+          replaces_(replaces),
+          uid_(uid),
+          gid_(gid),
+          held_(std::move(held)) {}
     ~ReplacingStream() override {
         if (fd_.get() >= 0) Discard();
     }
@@ -206,7 +212,8 @@ int ReadListFile(const std::string& path, std::string& bytes, uint64_t cap) {
         // A regular file is read straight into the string, in as few calls as it takes.
         bytes.resize(size_t(st.st_size));
         size_t have = 0;
-        for (ssize_t n; have < bytes.size() && (n = ReadSome(fd.get(), bytes.data() + have, bytes.size() - have)) != 0;) {
+        for (ssize_t n;
+             have < bytes.size() && (n = ReadSome(fd.get(), bytes.data() + have, bytes.size() - have)) != 0;) {
             if (n < 0) {
                 bytes.clear();
                 return int(-n);

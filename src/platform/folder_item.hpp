@@ -14,8 +14,8 @@ public:
     explicit FolderItem(std::string_view path);
 
     const std::string& AbsolutePath() const noexcept { return path_; }
-    std::string Name() const;                     // the last part of the path
-    std::optional<FolderItem> Parent() const;     // none for the root
+    std::string Name() const;                  // the last part of the path
+    std::optional<FolderItem> Parent() const;  // none for the root
     FolderItem Child(std::string_view name) const;
     bool Exists() const;
     bool IsFolder() const;

@@ -1,6 +1,5 @@
 #include "platform/platform.hpp"
 
-
 namespace vornelt {
 
 std::optional<std::string> Platform::ReadWholeFile(const FolderItem& file) {

@@ -50,7 +50,8 @@ struct Result {
             const bool ascii = IsAscii(saved);
             const std::string decoded = ascii ? std::string() : DecodeMacRoman(saved);
             const std::string_view utf8 = ascii ? saved : std::string_view(decoded);
-            text = py::reinterpret_steal<py::object>(PyUnicode_DecodeUTF8(utf8.data(), Py_ssize_t(utf8.size()), "strict"));
+            text =
+                py::reinterpret_steal<py::object>(PyUnicode_DecodeUTF8(utf8.data(), Py_ssize_t(utf8.size()), "strict"));
             if (!text) throw py::error_already_set();
         }
         return text;
@@ -220,9 +221,9 @@ PYBIND11_MODULE(vornelt, m) {
                       bool removeSpeedChanges, bool wipesToDissolves, bool keysToDissolves, bool comments,
                       const std::string& wipeNames, std::optional<std::string> title, std::optional<std::string> movie,
                       std::optional<std::string> reel, std::string name) {
-        const ConvertOptions o = Options(fps, mirror, keys, audio, removeFreezeFrames, removeSpeedChanges,
-                                         wipesToDissolves, keysToDissolves, comments, wipeNames, std::move(title),
-                                         std::move(movie), std::move(reel));
+        const ConvertOptions o =
+            Options(fps, mirror, keys, audio, removeFreezeFrames, removeSpeedChanges, wipesToDissolves, keysToDissolves,
+                    comments, wipeNames, std::move(title), std::move(movie), std::move(reel));
         return Run(data, o, std::move(name));
     };
     m.def("convert", convert, py::arg("data"), py::arg("fps"), py::kw_only(), py::arg("mirror") = true,
@@ -255,13 +256,12 @@ for a file that cannot be read. The list is converted without the global interpr
 so threads convert in parallel.)");
 
     auto convertFile = [](const py::object& src, const py::object& dst, int fps, bool mirror, bool keys, bool audio,
-                          bool removeFreezeFrames, bool removeSpeedChanges, bool wipesToDissolves,
-                          bool keysToDissolves, bool comments, const std::string& wipeNames,
-                          std::optional<std::string> title, std::optional<std::string> movie,
-                          std::optional<std::string> reel) {
-        const ConvertOptions o = Options(fps, mirror, keys, audio, removeFreezeFrames, removeSpeedChanges,
-                                         wipesToDissolves, keysToDissolves, comments, wipeNames, std::move(title),
-                                         std::move(movie), std::move(reel));
+                          bool removeFreezeFrames, bool removeSpeedChanges, bool wipesToDissolves, bool keysToDissolves,
+                          bool comments, const std::string& wipeNames, std::optional<std::string> title,
+                          std::optional<std::string> movie, std::optional<std::string> reel) {
+        const ConvertOptions o =
+            Options(fps, mirror, keys, audio, removeFreezeFrames, removeSpeedChanges, wipesToDissolves, keysToDissolves,
+                    comments, wipeNames, std::move(title), std::move(movie), std::move(reel));
         const py::object fspath = py::module_::import("os").attr("fspath");
         const std::string source = py::str(fspath(src)).cast<std::string>();
         Result result = Run(src, o, "");
@@ -291,8 +291,8 @@ so threads convert in parallel.)");
         result.path = target;
         return result;
     };
-    m.def("convert_file", convertFile, py::arg("src"), py::arg("dst") = py::none(), py::kw_only(),
-          py::arg("fps"), py::arg("mirror") = true, py::arg("keys") = true, py::arg("audio") = true,
+    m.def("convert_file", convertFile, py::arg("src"), py::arg("dst") = py::none(), py::kw_only(), py::arg("fps"),
+          py::arg("mirror") = true, py::arg("keys") = true, py::arg("audio") = true,
           py::arg("remove_freeze_frames") = true, py::arg("remove_speed_changes") = true,
           py::arg("wipes_to_dissolves") = true, py::arg("keys_to_dissolves") = false, py::arg("comments") = true,
           py::arg("wipe_names") = "smpte", py::arg("title") = py::none(), py::arg("movie") = py::none(),

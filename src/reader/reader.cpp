@@ -4,11 +4,11 @@
 #include <optional>
 
 #include "document/document.hpp"
-#include "text/text.hpp"
 #include "document/timecode.hpp"
 #include "document/window_state.hpp"
 #include "platform/platform.hpp"
 #include "reader/row_check.hpp"
+#include "text/text.hpp"
 
 namespace vornelt {
 
@@ -184,9 +184,8 @@ void ReadRows(Document& m, ReadContext& c, RowCheck* check) {
         m.readOrigSourceOutFrame.push_back(sourceOut);
         m.readOrigSourceInFrame.push_back(sourceIn);
         // The record side; swapped times give a negative duration, kept as it is.
-        m.editDurationFrames.push_back(!f.recOut.empty() && !f.recIn.empty()
-                                           ? int32_t(uint32_t(recOut) - uint32_t(recIn))
-                                           : -1);
+        m.editDurationFrames.push_back(
+            !f.recOut.empty() && !f.recIn.empty() ? int32_t(uint32_t(recOut) - uint32_t(recIn)) : -1);
 
         if (check)
             check->Check({i, line, ascii, f.number, f.reel, f.mode, event, f.sourceIn, f.sourceOut, f.recIn, f.recOut,
@@ -343,7 +342,8 @@ void ParseCMX3600(Document& m, MainWindowState& window, ProgressWindow& progress
     // trimmed at both ends as it is stored.
     const std::string_view text = *document;
     size_t lines = 1;
-    for (const char* p = text.data(); (p = static_cast<const char*>(std::memchr(p, '\r', size_t(text.data() + text.size() - p)))) != nullptr; ++p)
+    for (const char* p = text.data();
+         (p = static_cast<const char*>(std::memchr(p, '\r', size_t(text.data() + text.size() - p)))) != nullptr; ++p)
         ++lines;
     m.readOrigCompleteLine.clear();
     m.readOrigCompleteLine.reserve(lines);
@@ -351,7 +351,8 @@ void ParseCMX3600(Document& m, MainWindowState& window, ProgressWindow& progress
     size_t from = 0;
     for (;;) {
         const size_t end = text.find('\r', from);
-        const std::string_view line = text.substr(from, end == std::string_view::npos ? std::string_view::npos : end - from);
+        const std::string_view line =
+            text.substr(from, end == std::string_view::npos ? std::string_view::npos : end - from);
         m.readOrigCompleteLine.push_back(Trim(line));
         platform.Yield();
         if (end == std::string_view::npos) break;

@@ -80,20 +80,24 @@ void RowCheck::Check(const Line& l) {
         if (BeginsCI(l.text, "FCM:") && InStr(l.text, "DROP") > 0 && InStr(l.text, "NON") == 0 && fps_ != 30)
             items_.push_back({ChangeKind::DropFrameAtRate, l.row, -1, 0, std::string(Trim(Mid(l.text, 5))), {}});
         // A GVG list's first line with text is its title: that line leaves again in Finish.
-        if (!IsKnownNote(l.text)) items_.push_back({ChangeKind::UnknownLine, l.row, -1, 0, std::string(Left(l.text, 60)), {}});
+        if (!IsKnownNote(l.text))
+            items_.push_back({ChangeKind::UnknownLine, l.row, -1, 0, std::string(Left(l.text, 60)), {}});
         return;
     }
 
     for (const std::string_view code : {l.sourceIn, l.sourceOut, l.recordIn, l.recordOut}) {
         if (!CanExist(code, fps_)) {
-            items_.push_back({ChangeKind::ImpossibleTimecode, l.row, l.event, 0, std::string(code), WhyImpossible(code, fps_)});
+            items_.push_back(
+                {ChangeKind::ImpossibleTimecode, l.row, l.event, 0, std::string(code), WhyImpossible(code, fps_)});
             break;
         }
     }
     if (l.sourceOutFrame < l.sourceInFrame)
-        items_.push_back({ChangeKind::SourceOutBeforeIn, l.row, l.event, 0, std::string(l.sourceIn), std::string(l.sourceOut)});
+        items_.push_back(
+            {ChangeKind::SourceOutBeforeIn, l.row, l.event, 0, std::string(l.sourceIn), std::string(l.sourceOut)});
     if (l.recordOutFrame < l.recordInFrame)
-        items_.push_back({ChangeKind::RecordBackwards, l.row, l.event, 0, std::string(l.recordIn), std::string(l.recordOut)});
+        items_.push_back(
+            {ChangeKind::RecordBackwards, l.row, l.event, 0, std::string(l.recordIn), std::string(l.recordOut)});
 
     // The rows of one event (a transition's two lines, a key's) may share their time.
     const uint64_t key = TrackKey(l.mode);
@@ -104,7 +108,8 @@ void RowCheck::Check(const Line& l) {
         tracks_.push_back({l.mode, key, l.recordOutFrame, l.event});
     } else {
         if (end->event != l.event && l.recordInFrame < end->recordOut)
-            items_.push_back({ChangeKind::RecordOverlap, l.row, l.event, end->event, std::string(l.recordIn), std::string(end->track)});
+            items_.push_back({ChangeKind::RecordOverlap, l.row, l.event, end->event, std::string(l.recordIn),
+                              std::string(end->track)});
         if (end->event != l.event || l.recordOutFrame > end->recordOut) end->recordOut = l.recordOutFrame;
         end->event = l.event;
     }

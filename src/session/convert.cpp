@@ -77,8 +77,10 @@ void FillFields(Session& s, const ConvertOptions& o) {
 
 std::string CheckOptions(const ConvertOptions& o) {
     if (o.fps != 24 && o.fps != 25 && o.fps != 30) return "--fps: 24, 25 or 30";
-    if (o.title && HasControlCharacter(*o.title)) return "--title: control characters (line ends, tabs) are not allowed";
-    if (o.movie && HasControlCharacter(*o.movie)) return "--movie: control characters (line ends, tabs) are not allowed";
+    if (o.title && HasControlCharacter(*o.title))
+        return "--title: control characters (line ends, tabs) are not allowed";
+    if (o.movie && HasControlCharacter(*o.movie))
+        return "--movie: control characters (line ends, tabs) are not allowed";
     if (o.reel && (!IsPlainReelName(*o.reel) || o.reel->size() > 8))
         return "--reel: letters and digits only, at most 8 characters";
     return {};

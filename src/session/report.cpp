@@ -24,7 +24,8 @@ int32_t CountCR(const char* p, size_t n) {
 // Puts entries in the order of their rows, keeping the order of those on one row. Rows are
 // small numbers: a radix sort of two rounds of 11 bits each.
 void SortByRow(std::vector<ReportEntry>::iterator from, std::vector<ReportEntry>::iterator to) {
-    const auto [low, high] = std::minmax_element(from, to, [](const ReportEntry& a, const ReportEntry& b) { return a.row < b.row; });
+    const auto [low, high] =
+        std::minmax_element(from, to, [](const ReportEntry& a, const ReportEntry& b) { return a.row < b.row; });
     const int32_t base = low->row;
     const uint32_t span = uint32_t(high->row) - uint32_t(base);
     constexpr int kBits = 11;
@@ -36,7 +37,9 @@ void SortByRow(std::vector<ReportEntry>::iterator from, std::vector<ReportEntry>
     std::vector<ReportEntry> sorted(size_t(to - from));
     for (int shift = 0; shift < 2 * kBits && (span >> shift) != 0; shift += kBits) {
         std::array<size_t, kMask + 2> place{};
-        const auto key = [base, shift](const ReportEntry& e) { return (uint32_t(e.row) - uint32_t(base)) >> shift & kMask; };
+        const auto key = [base, shift](const ReportEntry& e) {
+            return (uint32_t(e.row) - uint32_t(base)) >> shift & kMask;
+        };
         for (auto it = from; it != to; ++it) ++place[key(*it) + 1];
         for (size_t k = 1; k < place.size(); ++k) place[k] += place[k - 1];
         for (auto it = from; it != to; ++it) sorted[place[key(*it)]++] = *it;
@@ -78,7 +81,8 @@ ReportView ViewReport(const Document& m, ReportLines lines) {
     for (size_t k = 0; k < kChangeKinds; ++k) {
         const auto from = view.entries.begin() + ptrdiff_t(first[k]);
         const auto to = view.entries.begin() + ptrdiff_t(first[k + 1]);
-        if (!std::is_sorted(from, to, [](const ReportEntry& a, const ReportEntry& b) { return a.row < b.row; })) SortByRow(from, to);
+        if (!std::is_sorted(from, to, [](const ReportEntry& a, const ReportEntry& b) { return a.row < b.row; }))
+            SortByRow(from, to);
     }
 
     if (lines == ReportLines::WhenShown) {
@@ -182,8 +186,8 @@ int ConvertReport::Warnings() const noexcept { return CountOf(*this, "warning");
 
 std::string FormatReport(const ConvertReport& r, std::string_view name) {
     std::string out = "What changed in " + std::string(name) + " (" + std::to_string(r.fps) + " fps, " +
-                      (r.form == ListForm::GVG ? "GVG" : "CMX") + "): " + std::to_string(r.Changes()) +
-                      " changes, " + std::to_string(r.Warnings()) + " warnings\n";
+                      (r.form == ListForm::GVG ? "GVG" : "CMX") + "): " + std::to_string(r.Changes()) + " changes, " +
+                      std::to_string(r.Warnings()) + " warnings\n";
     for (const ReportCount& c : r.counts) {
         out += Padded(std::to_string(c.count), 7) + "  " + (c.severity == "warning" ? "warning: " : "") + c.heading;
         if (c.kind == "clip-chain" && r.oneLineChains > 0)

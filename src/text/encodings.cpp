@@ -21,8 +21,8 @@ public:
     }
     char Byte(char32_t c) const {
         if (c < 0x80) return char(c);
-        auto it = std::lower_bound(pairs_.begin(), pairs_.end(), c,
-                                   [](const auto& p, char32_t v) { return p.first < v; });
+        auto it =
+            std::lower_bound(pairs_.begin(), pairs_.end(), c, [](const auto& p, char32_t v) { return p.first < v; });
         return (it != pairs_.end() && it->first == c) ? it->second : '?';
     }
 
@@ -77,7 +77,8 @@ std::string EncodeMacRoman(std::string_view text) {
 void AppendListForSaving(std::string& out, std::string_view text) {
     // Written through a pointer into room for the worst case (every line end two bytes),
     // then cut to what was written; a run of plain characters is copied whole.
-    const size_t lineEnds = size_t(std::count(text.begin(), text.end(), '\r') + std::count(text.begin(), text.end(), '\n'));
+    const size_t lineEnds =
+        size_t(std::count(text.begin(), text.end(), '\r') + std::count(text.begin(), text.end(), '\n'));
     const size_t start = out.size();
     out.resize(start + text.size() + lineEnds);
     char* w = out.data() + start;
@@ -117,8 +118,7 @@ std::string EncodeListForSaving(std::string_view text) {
     return out;
 }
 
-void EncodeListForSaving(std::string_view text, const std::function<void(std::string_view)>& write,
-                         size_t pieceSize) {
+void EncodeListForSaving(std::string_view text, const std::function<void(std::string_view)>& write, size_t pieceSize) {
     if (pieceSize == 0) pieceSize = 1;
     size_t from = 0;
     while (from < text.size()) {

@@ -1,9 +1,9 @@
 #include "text/text.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <cerrno>
 #include <cfloat>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -137,8 +137,7 @@ char32_t NextChar(TextView s, size_t& i) noexcept {
     } else if (b0 >= 0xF0 && b0 <= 0xF4) {
         int c1 = cont(1), c2 = cont(2), c3 = cont(3);
         if (c1 >= 0 && c2 >= 0 && c3 >= 0) {
-            char32_t c = (char32_t(b0 & 0x07) << 18) | (char32_t(c1) << 12) | (char32_t(c2) << 6) |
-                         char32_t(c3);
+            char32_t c = (char32_t(b0 & 0x07) << 18) | (char32_t(c1) << 12) | (char32_t(c2) << 6) | char32_t(c3);
             if (c >= 0x10000 && c <= 0x10FFFF) {
                 i += 4;
                 return c;
@@ -178,8 +177,8 @@ Text SanitizeUtf8(TextView s) {
 char32_t FoldChar(char32_t c) noexcept {
     if (c < 0x80) return (c >= 'A' && c <= 'Z') ? c + 32 : c;
     const auto* end = std::end(kSimpleLower);
-    const auto* it = std::lower_bound(std::begin(kSimpleLower), end, c,
-                                      [](const CaseMapping& m, char32_t v) { return m.from < v; });
+    const auto* it =
+        std::lower_bound(std::begin(kSimpleLower), end, c, [](const CaseMapping& m, char32_t v) { return m.from < v; });
     return (it != end && it->from == c) ? it->to : c;
 }
 
@@ -239,8 +238,7 @@ int64_t InStr(int64_t start, TextView source, TextView find) noexcept {
         if (size_t(start - 1) > source.size() || find.size() > source.size()) return 0;
         const char f0 = AsciiLower(find[0]);
         for (size_t p = size_t(start - 1); p + find.size() <= source.size(); ++p) {
-            if (AsciiLower(source[p]) == f0 &&
-                AsciiEqualFold(source.data() + p + 1, find.data() + 1, find.size() - 1))
+            if (AsciiLower(source[p]) == f0 && AsciiEqualFold(source.data() + p + 1, find.data() + 1, find.size() - 1))
                 return int64_t(p) + 1;
         }
         return 0;
@@ -253,8 +251,7 @@ int64_t InStr(int64_t start, TextView source, TextView find) noexcept {
 }
 
 bool EqualsCI(TextView a, TextView b) noexcept {
-    if (IsAscii(a) && IsAscii(b))
-        return a.size() == b.size() && AsciiEqualFold(a.data(), b.data(), a.size());
+    if (IsAscii(a) && IsAscii(b)) return a.size() == b.size() && AsciiEqualFold(a.data(), b.data(), a.size());
     size_t i = 0, j = 0;
     while (i < a.size() && j < b.size())
         if (FoldChar(NextChar(a, i)) != FoldChar(NextChar(b, j))) return false;

@@ -47,9 +47,9 @@ TextView Mid(TextView s, int64_t start) noexcept;
 TextView Mid(TextView s, int64_t start, int64_t count) noexcept;
 TextView Left(TextView s, int64_t count) noexcept;   // count <= 0 gives ""
 TextView Right(TextView s, int64_t count) noexcept;  // count <= 0 gives ""
-TextView Trim(TextView s) noexcept;   // blanks off both ends
-TextView RTrim(TextView s) noexcept;  // blanks off the right end
-TextView LTrim(TextView s) noexcept;  // blanks off the left end
+TextView Trim(TextView s) noexcept;                  // blanks off both ends
+TextView RTrim(TextView s) noexcept;                 // blanks off the right end
+TextView LTrim(TextView s) noexcept;                 // blanks off the left end
 
 // ---- searching and comparing, ignoring case -----------------------------------------
 // Position of the first match at or after `start` (1-based), 0 if none or if `find` is

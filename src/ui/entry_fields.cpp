@@ -24,7 +24,7 @@ bool IsDigitOrLetter(std::string_view key) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
-constexpr std::array<int, 7> kEditingKeys = {keycode::kLeftArrow, keycode::kRightArrow, keycode::kDownArrow,
+constexpr std::array<int, 7> kEditingKeys = {keycode::kLeftArrow, keycode::kRightArrow,    keycode::kDownArrow,
                                              keycode::kUpArrow,   keycode::kForwardDelete, keycode::kDelete,
                                              keycode::kTab};
 
@@ -106,7 +106,8 @@ bool CheckLegalReelName(Desktop& desktop, std::string_view name) {
     d.AlternateVisible = true;
     d.AlternateCaption = "Choose an other Reel-Name";
     d.Message = "Name Conflict! Choose an other Reel-Name.";
-    d.Explanation = trimmed + " is a reserved Reel-Name!\r\rOther reserved Reel-Names are: 'AX', 'BL', 'AUX' and 'BLACK'";
+    d.Explanation =
+        trimmed + " is a reserved Reel-Name!\r\rOther reserved Reel-Names are: 'AX', 'BL', 'AUX' and 'BLACK'";
     if (!IsReservedReel(trimmed)) {
         // The caller generates once more; the second run changes nothing.
         NewList(desktop);

@@ -1,7 +1,7 @@
 // The frame-rate question before every load. The list does not say its rate, so the user
 // names it; the window always opens on the PAL row.
-#include "ui/handlers.hpp"
 #include "session/load.hpp"
+#include "ui/handlers.hpp"
 #include "ui/render.hpp"
 
 namespace vornelt {
@@ -54,8 +54,7 @@ void PopupChange(Document& m, const FrameRateWindowState& w) {
             m.frameRateTmp = 24.0;
             m.dropFrameTmp = false;
             break;
-        default:
-            break;
+        default: break;
     }
 }
 

@@ -35,12 +35,9 @@ void AskThenOpen(Desktop& d, NextWindow next) {
             // stays and nothing is opened.
             if (!m.isModified) ShowFrameRateQuestion(d, next);
             return;
-        case DialogButton::Alternate:
-            ShowFrameRateQuestion(d, next);
-            return;
+        case DialogButton::Alternate: ShowFrameRateQuestion(d, next); return;
         case DialogButton::Cancel:
-        case DialogButton::None:
-            return;
+        case DialogButton::None: return;
     }
 }
 
@@ -100,11 +97,9 @@ bool MainWindow_Event_CancelClose(Desktop& d, bool /*quitting: closing and quitt
             // Always through the dialog, even when the list has been saved under a name.
             SaveAsDialog(d);
             return m.isModified;
-        case DialogButton::Alternate:
-            return false;
+        case DialogButton::Alternate: return false;
         case DialogButton::Cancel:
-        case DialogButton::None:
-            return true;
+        case DialogButton::None: return true;
     }
     return true;
 }

@@ -52,7 +52,7 @@ void FrameRateWindowIfDroped_PushButton1_Action(Desktop& d);
 struct TimerState {
     enum class Mode { Off, Single, Multiple };
     Mode mode = Mode::Single;
-    int Period = 1000;  // milliseconds
+    int Period = 1000;    // milliseconds
     uint64_t Resets = 0;  // counts Reset calls: the window starts the timer anew on each
 };
 

@@ -42,7 +42,8 @@ void AppendReelField(std::string& out, std::string_view name, bool grassValley) 
         const size_t blank = name.find(' ');
         const std::string_view plain = name.substr(0, blank);
         if (!plain.empty() && plain.size() <= size_t(width) && plain.size() != 2 && plain.size() != 3 &&
-            plain.size() != 5 && (blank == std::string_view::npos || name.find_first_not_of(' ', blank) == std::string_view::npos)) {
+            plain.size() != 5 &&
+            (blank == std::string_view::npos || name.find_first_not_of(' ', blank) == std::string_view::npos)) {
             out.append(plain).append(size_t(width) - plain.size(), ' ');
             return;
         }

@@ -31,9 +31,13 @@ constexpr std::string_view kKeyClipName = "* KEY CLIP NAME:  ";
 
 // The tables are aligned by the load; these readers keep a run safe all the same when one
 // of them is short, by giving the value of a row that holds nothing.
-int32_t At(const Int32Table& t, int64_t i) noexcept { return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : t.fill(); }
+int32_t At(const Int32Table& t, int64_t i) noexcept {
+    return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : t.fill();
+}
 bool At(const BoolTable& t, int64_t i) noexcept { return i >= 0 && size_t(i) < t.size() && t[size_t(i)]; }
-double At(const DoubleTable& t, int64_t i) noexcept { return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : t.fill(); }
+double At(const DoubleTable& t, int64_t i) noexcept {
+    return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : t.fill();
+}
 
 // One event line, put together in place and added to the list in one go: a line is some twenty
 // pieces, and each piece added to the list on its own costs a check of the list's room. A line
@@ -174,10 +178,10 @@ void AppendEventLine(Out& out, const Document& m, const RunOptions& o, int64_t i
 // The tables an event line is written from (AppendEventLine reads these and no others), in
 // the order of LastRendering::tables.
 std::array<ChangeLog*, LastRendering::kTables> LineTables(Document& m) {
-    return {&m.copyIsBTrack.Changes(),   &m.copyEventNumberInt.Changes(), &m.copyReelNames.Changes(),
-            &m.cleanClipReelName.Changes(), &m.copyMode.Changes(),        &m.copyTrans.Changes(),
-            &m.copyTransDur.Changes(),   &m.copyRecInTC.Changes(),        &m.copyRecOutTC.Changes(),
-            &m.copySourceInTC.Changes(), &m.copySourceOutTC.Changes()};
+    return {&m.copyIsBTrack.Changes(),      &m.copyEventNumberInt.Changes(), &m.copyReelNames.Changes(),
+            &m.cleanClipReelName.Changes(), &m.copyMode.Changes(),           &m.copyTrans.Changes(),
+            &m.copyTransDur.Changes(),      &m.copyRecInTC.Changes(),        &m.copyRecOutTC.Changes(),
+            &m.copySourceInTC.Changes(),    &m.copySourceOutTC.Changes()};
 }
 
 // The event lines of the list before that this rendering may copy: those of rows whose
@@ -337,8 +341,9 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
         m.newReelName = reel.empty() ? std::string() : FormatReelNames(reel, m.IsGrassValley);
     }
 
-    const RunOptions o{m.IsGrassValley,   m.boolMirror,      m.boolKeyToDissolve,       m.boolA1234,
-                       m.boolFreezeFrame, m.boolSpeedChange, m.boolGenerateNewComments, window.PopupTransition.ListIndex};
+    const RunOptions o{
+        m.IsGrassValley,   m.boolMirror,      m.boolKeyToDissolve,       m.boolA1234,
+        m.boolFreezeFrame, m.boolSpeedChange, m.boolGenerateNewComments, window.PopupTransition.ListIndex};
 
     // 2. The header of the form. The second line is a constant of the form: a list read as
     // drop frame still says NON-DROP FRAME.
@@ -390,7 +395,10 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
                         // A new event: the block of the one before goes out, ahead of this
                         // line, with a FROM line unless this row brings its own transition.
                         if (firstEvent && record)
-                            report.push_back({ChangeKind::CommentBeforeFirstEvent, int32_t(i), current, 0,
+                            report.push_back({ChangeKind::CommentBeforeFirstEvent,
+                                              int32_t(i),
+                                              current,
+                                              0,
                                               i == 2 ? "stands right behind the header"
                                                      : "is numbered " + std::to_string(current) + ", not 1",
                                               {}});
@@ -429,9 +437,13 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
             } else if (KeepsNoteRow(line, At(m.readOrigM2, i), o)) {
                 out.append(line).push_back(kCR);
             } else if (record && (BeginsCI(line, "M2") || BeginsCI(line, "PEG A") || BeginsCI(line, "PEG B"))) {
-                report.push_back({At(m.readOrigM2, i) == 0.0 ? ChangeKind::FreezeFrameRemoved
-                                                              : ChangeKind::SpeedChangeRemoved,
-                                  int32_t(i), current, 0, std::string(m.readOrigM2Str.Get(i)), {}});
+                report.push_back(
+                    {At(m.readOrigM2, i) == 0.0 ? ChangeKind::FreezeFrameRemoved : ChangeKind::SpeedChangeRemoved,
+                     int32_t(i),
+                     current,
+                     0,
+                     std::string(m.readOrigM2Str.Get(i)),
+                     {}});
             }
         }
         previous = current;

@@ -161,7 +161,8 @@ TEST_F(Convert, StopSignalsInABatchLeaveNoTemporaryFile) {
         fs::remove_all(dir_ / "out");
         fs::create_directories(dir_ / "out");
         std::vector<std::string> args = {VORNELT_CONVERTER, "--fps", "25", "-j", "2", "-o", (dir_ / "out").string()};
-        for (int k = 1; k <= 4; ++k) args.push_back((dir_ / std::string("l").append(std::to_string(k)).append(".edl")).string());
+        for (int k = 1; k <= 4; ++k)
+            args.push_back((dir_ / std::string("l").append(std::to_string(k)).append(".edl")).string());
         std::vector<char*> argv;
         for (std::string& a : args) argv.push_back(a.data());
         argv.push_back(nullptr);
@@ -187,8 +188,10 @@ TEST_F(Convert, EdgesOfTheCommandLine) {
     const std::string gvg = Write("g.edl", "LIST\r\n0001 AX V C 01:00:00:00 01:00:05:00 00:00:10:00 00:00:15:00\r\n");
     // The arguments, the exit status, what the error stream says.
     const std::tuple<std::vector<std::string>, int, const char*> cases[] = {
-        {{in}, 2, "--fps is required"},      {{in, "--fps", "26"}, 2, "--fps: 26 not in {24,25,30}"},
-        {{"--fps", "25"}, 2, "INPUT is required"}, {{in, "--fp", "25"}, 2, "unknown option --fp"},
+        {{in}, 2, "--fps is required"},
+        {{in, "--fps", "26"}, 2, "--fps: 26 not in {24,25,30}"},
+        {{"--fps", "25"}, 2, "INPUT is required"},
+        {{in, "--fp", "25"}, 2, "unknown option --fp"},
         {{in, "--fps", "25", "--mirr"}, 2, "unknown option --mirr"},  // no abbreviations
         {{in, "--fps", "25", "--wipe-names", "x"}, 2, "--wipe-names: x not in {fcp,smpte}"},
         {{"-x.edl", "--fps", "25"}, 2, "goes after \"--\""},
@@ -226,9 +229,17 @@ TEST_F(Convert, EveryCorpusListUnderEveryOption) {
     const fs::path corpus = fs::path(VORNELT_SHARED_DIR) / "corpus";
     if (!fs::exists(corpus)) GTEST_SKIP() << "no corpus at " << corpus;
     const std::vector<std::vector<std::string>> variants = {
-        {},           {"--no-mirror"},    {"--no-keys"},          {"--no-audio"},         {"--keep-freeze-frames"},
-        {"--keep-speed-changes"},         {"--keep-wipes"},       {"--keys-to-dissolves"}, {"--no-comments"},
-        {"--wipe-names", "fcp"},          {"--reel", "MAST01", "--title", "T", "--movie", "m.mov"},
+        {},
+        {"--no-mirror"},
+        {"--no-keys"},
+        {"--no-audio"},
+        {"--keep-freeze-frames"},
+        {"--keep-speed-changes"},
+        {"--keep-wipes"},
+        {"--keys-to-dissolves"},
+        {"--no-comments"},
+        {"--wipe-names", "fcp"},
+        {"--reel", "MAST01", "--title", "T", "--movie", "m.mov"},
     };
     int lists = 0;
     for (const auto& entry : fs::directory_iterator(corpus)) {
@@ -237,7 +248,7 @@ TEST_F(Convert, EveryCorpusListUnderEveryOption) {
         for (const auto& variant : variants) {
             const std::string report = (dir_ / "report.json").string();
             std::vector<std::string> args = {entry.path().string(), "--fps", "25", "-o", "-", "--report", report,
-                                             "--report-format", "json"};
+                                             "--report-format",     "json"};
             args.insert(args.end(), variant.begin(), variant.end());
             EXPECT_EQ(Run(args), 0) << entry.path() << " " << err.str();
             EXPECT_NE(out.str().find("\r\n"), std::string::npos);

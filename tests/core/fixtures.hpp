@@ -45,21 +45,38 @@ inline Row Note(std::string line) { return Row{.line = std::move(line)}; }
 // An event on video with frame numbers; its duration is that of the record side.
 inline Row Event(int32_t number, std::string trans, int32_t sourceIn, int32_t sourceOut, int32_t recIn = 0,
                  int32_t recOut = 0) {
-    return Row{.line = std::to_string(number) + " " + trans, .number = std::to_string(number), .numberValue = number,
-               .reel = "TAPE1", .mode = "V", .trans = trans, .sourceIn = sourceIn, .sourceOut = sourceOut,
-               .recIn = recIn, .recOut = recOut, .duration = int32_t(uint32_t(recOut) - uint32_t(recIn))};
+    return Row{.line = std::to_string(number) + " " + trans,
+               .number = std::to_string(number),
+               .numberValue = number,
+               .reel = "TAPE1",
+               .mode = "V",
+               .trans = trans,
+               .sourceIn = sourceIn,
+               .sourceOut = sourceOut,
+               .recIn = recIn,
+               .recOut = recOut,
+               .duration = int32_t(uint32_t(recOut) - uint32_t(recIn))};
 }
 
 inline void PushRead(Document& m, const Row& r) {
-    for (auto [t, v] : {std::pair{&m.readOrigCompleteLine, &r.line}, {&m.readOrigSourceInTC, &r.tc[0]},
-                        {&m.readOrigSourceOutTC, &r.tc[1]}, {&m.readOrigRecInTC, &r.tc[2]},
-                        {&m.readOrigRecOutTC, &r.tc[3]}, {&m.readOrigEventNumberStr, &r.number},
-                        {&m.readOrigReelNames, &r.reel}, {&m.readOrigMode, &r.mode}, {&m.readOrigTrans, &r.trans},
-                        {&m.readOrigTransDur, &r.dur}, {&m.readOrigIsBTrack, &r.bTrack}})
+    for (auto [t, v] : {std::pair{&m.readOrigCompleteLine, &r.line},
+                        {&m.readOrigSourceInTC, &r.tc[0]},
+                        {&m.readOrigSourceOutTC, &r.tc[1]},
+                        {&m.readOrigRecInTC, &r.tc[2]},
+                        {&m.readOrigRecOutTC, &r.tc[3]},
+                        {&m.readOrigEventNumberStr, &r.number},
+                        {&m.readOrigReelNames, &r.reel},
+                        {&m.readOrigMode, &r.mode},
+                        {&m.readOrigTrans, &r.trans},
+                        {&m.readOrigTransDur, &r.dur},
+                        {&m.readOrigIsBTrack, &r.bTrack}})
         t->push_back(*v);
-    for (auto [t, v] : {std::pair{&m.readOrigSourceInFrame, r.sourceIn}, {&m.readOrigSourceOutFrame, r.sourceOut},
-                        {&m.readOrigRecInFrame, r.recIn}, {&m.readOrigRecOutFrame, r.recOut},
-                        {&m.readOrigEventNumberInt, r.numberValue}, {&m.editDurationFrames, r.duration}})
+    for (auto [t, v] : {std::pair{&m.readOrigSourceInFrame, r.sourceIn},
+                        {&m.readOrigSourceOutFrame, r.sourceOut},
+                        {&m.readOrigRecInFrame, r.recIn},
+                        {&m.readOrigRecOutFrame, r.recOut},
+                        {&m.readOrigEventNumberInt, r.numberValue},
+                        {&m.editDurationFrames, r.duration}})
         t->push_back(v);
     m.maxZeilen = int32_t(m.readOrigCompleteLine.size()) - 1;
 }

@@ -125,11 +125,12 @@ TEST_F(HandlersTest, SaveCommandsAskForANameUnlessTheListWasSavedBefore) {
 }
 
 TEST_F(HandlersTest, ReelNameKeyFilter) {
-    const std::tuple<const char*, int, bool> cases[] = {  // key, code, swallowed
-        {"A", keycode::kNone, false},   {"z", keycode::kNone, false},     {"0", keycode::kNone, false},
-        {" ", keycode::kNone, true},    {"-", keycode::kNone, true},      {"\xC3\xA9", keycode::kNone, true},
-        {"AB", keycode::kNone, true},   {"", keycode::kLeftArrow, false}, {"", keycode::kForwardDelete, false},
-        {"\b", keycode::kDelete, false}, {"\t", keycode::kTab, false},    {"", 115 /* home */, true},
+    const std::tuple<const char*, int, bool> cases[] = {
+        // key, code, swallowed
+        {"A", keycode::kNone, false},    {"z", keycode::kNone, false},     {"0", keycode::kNone, false},
+        {" ", keycode::kNone, true},     {"-", keycode::kNone, true},      {"\xC3\xA9", keycode::kNone, true},
+        {"AB", keycode::kNone, true},    {"", keycode::kLeftArrow, false}, {"", keycode::kForwardDelete, false},
+        {"\b", keycode::kDelete, false}, {"\t", keycode::kTab, false},     {"", 115 /* home */, true},
     };
     for (const auto& [key, code, swallowed] : cases)
         EXPECT_EQ(EF_ReelName_KeyDown(d(), key, code), swallowed) << key << code;
@@ -169,10 +170,15 @@ TEST_F(HandlersTest, TheFieldsTakeTheirTextOverOnReturnOrLeavingAndTheMovieComes
 TEST_F(HandlersTest, ReservedReelNamesAreQuestioned) {
     // The name, the answer (none: no dialog is shown), whether the name is taken.
     const std::tuple<const char*, std::optional<DialogButton>, bool> cases[] = {
-        {"", std::nullopt, true},          {"A001", std::nullopt, true},  {"B L", std::nullopt, true},
-        {"BLACKS", std::nullopt, true},    {"BL", DialogButton::Action, true},
-        {"ax", DialogButton::Action, true}, {" AUX ", DialogButton::Alternate, false},
-        {"black", DialogButton::Cancel, false}, {"BLACK", DialogButton::None, false},
+        {"", std::nullopt, true},
+        {"A001", std::nullopt, true},
+        {"B L", std::nullopt, true},
+        {"BLACKS", std::nullopt, true},
+        {"BL", DialogButton::Action, true},
+        {"ax", DialogButton::Action, true},
+        {" AUX ", DialogButton::Alternate, false},
+        {"black", DialogButton::Cancel, false},
+        {"BLACK", DialogButton::None, false},
     };
     for (const auto& [name, answer, legal] : cases) {
         platform.messageDialogsShown.clear();
@@ -284,7 +290,7 @@ TEST_F(HandlersTest, FrameRateWindowsOpenOnPalTakeTheRowsAndLoad) {
 
 TEST_F(HandlersTest, FileTypes) {
     const std::vector<std::tuple<const FileType&, const char*, bool>> cases = {
-        {FileTypes1.pText, "cut.edl", true},     {FileTypes1.pText, "CUT.EDL", true},
+        {FileTypes1.pText, "cut.edl", true},      {FileTypes1.pText, "CUT.EDL", true},
         {FileTypes1.pText, "cut.edl.txt", false}, {FileTypes1.pText, "edl", false},
         {FileTypes1.pMovie, "a.AVI", true},       {FileTypes1.pMovie, "a.mp4", false},
     };

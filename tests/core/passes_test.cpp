@@ -19,10 +19,16 @@ TEST_F(Passes, MotionLinesGiveTheirSpeed) {
         // six characters from the start are taken; a line that is no motion line gives "**".
         {"M2   TAPE1       025.0                01:00:00:00", "025.0", 25.0},
         {"M2   TAPE1       -12.5                01:00:00:00", "-12.5", -12.5},
-        {"m2   TAPE1       025.25", "025.2", 25.2}, {"M2 A.1 025.0", "M2 A.1", 0.0}, {"M2 AX 25", "M2 AX", 0.0},
-        {"M20 X 1.5", "X 1.5", 0.0},                {"PEG A 025.0 01:00:00:00", "025.", 25.0},
-        {"peg b   -12.5", "-12.", -12.0},           {"PEG A", "", 0.0},  {"PEG C 025.0", "**", -1111.0},
-        {"001 AX V C M2 025.0", "**", -1111.0},      {"", "**", -1111.0},
+        {"m2   TAPE1       025.25", "025.2", 25.2},
+        {"M2 A.1 025.0", "M2 A.1", 0.0},
+        {"M2 AX 25", "M2 AX", 0.0},
+        {"M20 X 1.5", "X 1.5", 0.0},
+        {"PEG A 025.0 01:00:00:00", "025.", 25.0},
+        {"peg b   -12.5", "-12.", -12.0},
+        {"PEG A", "", 0.0},
+        {"PEG C 025.0", "**", -1111.0},
+        {"001 AX V C M2 025.0", "**", -1111.0},
+        {"", "**", -1111.0},
     };
     for (const auto& [line, speed, value] : cases) PushRead(m(), Note(line));
     CheckForM2(m(), platform);
@@ -62,9 +68,12 @@ TEST_F(Passes, AZeroLengthKeyTakesTheLengthOfTheLineBefore) {
         {"", "K", 0, 75, 24.0, true, "00:00:23:23", "01:02:33:03"},
         {"", "K", 0, 75, 30.0, true, "00:00:19:05", "00:50:02:15"},
         {"", "K", 0, 75, 29.97, true, "", ""},
-        {"B", "K", 0, 75, 25.0, false, "", ""}, {"", "K", 50, 75, 25.0, false, "", ""},
-        {"", "D", 0, 75, 25.0, false, "", ""},  {"", "K", 0, 0, 25.0, false, "", ""},
-        {"", "K", 0, -1, 25.0, false, "", ""},  {"", "KB", 0, 75, 25.0, false, "", ""},
+        {"B", "K", 0, 75, 25.0, false, "", ""},
+        {"", "K", 50, 75, 25.0, false, "", ""},
+        {"", "D", 0, 75, 25.0, false, "", ""},
+        {"", "K", 0, 0, 25.0, false, "", ""},
+        {"", "K", 0, -1, 25.0, false, "", ""},
+        {"", "KB", 0, 75, 25.0, false, "", ""},
         {"", "K", -5, 75, 25.0, false, "", ""},
     };
     for (const auto& [bTrack, trans, duration, length, rate, repaired, sourceOutTc, recOutTc] : cases) {
@@ -157,12 +166,16 @@ TEST_F(Switches, KeysByCallerAndFlags) {
     // The caller, V2, keys to dissolves; the transition then (none: as read) and whether the key is shown.
     const std::tuple<Caller, bool, bool, const char*, bool> cases[] = {
         // At load the dissolve pass runs last and gives back the read text.
-        {Caller::Load, true, false, nullptr, true},        {Caller::Load, true, true, "D", true},
-        {Caller::Load, false, false, nullptr, false},      {Caller::Load, false, true, "D", false},
-        {Caller::V2Action, true, false, "K", true},        {Caller::V2Action, true, true, "K", true},
+        {Caller::Load, true, false, nullptr, true},
+        {Caller::Load, true, true, "D", true},
+        {Caller::Load, false, false, nullptr, false},
+        {Caller::Load, false, true, "D", false},
+        {Caller::V2Action, true, false, "K", true},
+        {Caller::V2Action, true, true, "K", true},
         {Caller::V2Action, false, false, nullptr, false},
         // The key-to-dissolve box leaves the shown flag as it was.
-        {Caller::KeyToDissolveAction, true, true, "D", false},   {Caller::KeyToDissolveAction, false, true, "D", false},
+        {Caller::KeyToDissolveAction, true, true, "D", false},
+        {Caller::KeyToDissolveAction, false, true, "D", false},
         {Caller::KeyToDissolveAction, true, false, nullptr, false},
         {Caller::KeyToDissolveAction, false, false, nullptr, false},
     };

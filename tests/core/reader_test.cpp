@@ -27,10 +27,10 @@ protected:
     void ExpectAligned() {
         const Document& m = this->m();
         const size_t n = size_t(m.maxZeilen) + 1;
-        for (const TextColumn* t : {&m.readOrigCompleteLine, &m.dummyReadZeile, &m.readOrigRecOutTC,
-                                    &m.readOrigRecInTC, &m.readOrigSourceOutTC, &m.readOrigSourceInTC,
-                                    &m.readOrigEventNumberStr, &m.readOrigReelNames, &m.readOrigMode, &m.readOrigTrans,
-                                    &m.readOrigTransDur, &m.readOrigIsBTrack})
+        for (const TextColumn* t :
+             {&m.readOrigCompleteLine, &m.dummyReadZeile, &m.readOrigRecOutTC, &m.readOrigRecInTC,
+              &m.readOrigSourceOutTC, &m.readOrigSourceInTC, &m.readOrigEventNumberStr, &m.readOrigReelNames,
+              &m.readOrigMode, &m.readOrigTrans, &m.readOrigTransDur, &m.readOrigIsBTrack})
             EXPECT_EQ(t->size(), n);
         for (const Int32Table* t : {&m.readOrigRecOutFrame, &m.readOrigRecInFrame, &m.readOrigSourceOutFrame,
                                     &m.readOrigSourceInFrame, &m.readOrigEventNumberInt, &m.editDurationFrames})
@@ -54,19 +54,29 @@ std::string Fields(const Document& m, size_t row) {
 TEST_F(EventGrammar, TakesALineApartFromTheRight) {
     // A line without four timecodes at its end is no event: no field, every number -1.
     const std::pair<std::string, const char*> cases[] = {
-        {"001  AX  V  C" + kTc, "001|AX|V|C|||1"},      {"002  BX  V  D  025" + kTc, "002|BX|V|D|025||2"},
-        {"003  BX  V  K B" + kTc, "003|BX|V|K||B|3"},    {"004 BX V K B 025" + kTc, "004|BX|V|K||B 025|4"},
-        {"005 AX AA/V W001 030" + kTc, "005|AX|AA/V|W001|030||5"}, {"006 AX V c" + kTc, "006|AX|V|c|||6"},
-        {"001" + kTc, "|||001|||-1"},                    // too few tokens shift right
-        {"001 AX" + kTc, "001|||AX|||1"},                // reel and mode need a blank
+        {"001  AX  V  C" + kTc, "001|AX|V|C|||1"},
+        {"002  BX  V  D  025" + kTc, "002|BX|V|D|025||2"},
+        {"003  BX  V  K B" + kTc, "003|BX|V|K||B|3"},
+        {"004 BX V K B 025" + kTc, "004|BX|V|K||B 025|4"},
+        {"005 AX AA/V W001 030" + kTc, "005|AX|AA/V|W001|030||5"},
+        {"006 AX V c" + kTc, "006|AX|V|c|||6"},
+        {"001" + kTc, "|||001|||-1"},                   // too few tokens shift right
+        {"001 AX" + kTc, "001|||AX|||1"},               // reel and mode need a blank
         {"007 TAPE 1 V C" + kTc, "007|TAPE|1|V||C|7"},  // a blank in the reel
-        {"-3 AX V C" + kTc, "-3|AX|V|C|||-3"},           {"ABC AX V C" + kTc, "ABC|AX|V|C|||0"},
-        {"0012 AX V C" + kTc, "0012|AX|V|C|||12"},       {"000 AX V C" + kTc, "000|AX|V|C|||0"},
-        {"* FROM CLIP NAME: X" + kTc, "*|FROM|CLIP|NAME:||X|0"}, {"* FROM CLIP NAME: X", ""},
-        {"001 AX V D 12.5" + kTc, "001|AX|V|D|12.5||1"}, {"001 AX V D 1e5" + kTc, "001|AX|V|D||1e5|1"},
-        {"01:00:00:00", ""}, {"001 AX V C 01:00:00:00 01:00:05:00 00:00:10:00", ""}, {"M2 AX 050.0 00:00:05:12", ""},
+        {"-3 AX V C" + kTc, "-3|AX|V|C|||-3"},
+        {"ABC AX V C" + kTc, "ABC|AX|V|C|||0"},
+        {"0012 AX V C" + kTc, "0012|AX|V|C|||12"},
+        {"000 AX V C" + kTc, "000|AX|V|C|||0"},
+        {"* FROM CLIP NAME: X" + kTc, "*|FROM|CLIP|NAME:||X|0"},
+        {"* FROM CLIP NAME: X", ""},
+        {"001 AX V D 12.5" + kTc, "001|AX|V|D|12.5||1"},
+        {"001 AX V D 1e5" + kTc, "001|AX|V|D||1e5|1"},
+        {"01:00:00:00", ""},
+        {"001 AX V C 01:00:00:00 01:00:05:00 00:00:10:00", ""},
+        {"M2 AX 050.0 00:00:05:12", ""},
         {"001 AX V C 01:00:00:00 01:00:05:00 00:00:10:00 00:00:15;00", ""},  // drop-frame spelling
-        {"TITLE: A", ""}, {"", ""},
+        {"TITLE: A", ""},
+        {"", ""},
     };
     for (const auto& [line, fields] : cases) {
         SCOPED_TRACE(line);
@@ -90,8 +100,12 @@ TEST_F(EventGrammar, TakesALineApartFromTheRight) {
 TEST_F(EventGrammar, TimecodesAreColonsAtTheirPlacesCountedInCharactersAndFramesFollowTheRate) {
     // Digits are not demanded: letters count by their leading number, which is 0; "é" is one
     // character, so the cut of the timecodes counts characters, not bytes.
-    Read("001 R\xC3\xA9" "el V C ab:cd:ef:gh 01:0x:00:00 0\xC3\xA9:00:10:00 00:00:15:00");
-    EXPECT_EQ(m().readOrigReelNames(0), "R\xC3\xA9" "el");
+    Read(
+        "001 R\xC3\xA9"
+        "el V C ab:cd:ef:gh 01:0x:00:00 0\xC3\xA9:00:10:00 00:00:15:00");
+    EXPECT_EQ(m().readOrigReelNames(0),
+              "R\xC3\xA9"
+              "el");
     EXPECT_EQ(std::tuple(m().readOrigSourceInTC(0), m().readOrigRecInTC(0)),
               std::tuple("ab:cd:ef:gh", "0\xC3\xA9:00:10:00"));
     EXPECT_EQ(std::tuple(m().readOrigSourceInFrame[0], m().readOrigSourceOutFrame[0], m().readOrigRecInFrame[0]),
@@ -108,12 +122,16 @@ TEST_F(EventGrammar, TimecodesAreColonsAtTheirPlacesCountedInCharactersAndFrames
 
 TEST_F(ReaderTest, EveryLineEndGivesTheSameRowsAndControlCharactersGo) {
     const std::pair<std::string, std::string> cases[] = {
-        {"A\r\nB\r\nC", "A|B|C"}, {"A\nB\nC", "A|B|C"}, {"A\rB\rC", "A|B|C"}, {"A\r\nB\nC", "A|B|C"},
+        {"A\r\nB\r\nC", "A|B|C"},
+        {"A\nB\nC", "A|B|C"},
+        {"A\rB\rC", "A|B|C"},
+        {"A\r\nB\nC", "A|B|C"},
         {"A\r\n", "A|"},            // a final line end leaves an empty last row
         {"A\r\r\nB", "A||B"},       // a CR alone, then CR LF: two line ends
         {{"A\r\0\nB", 5}, "A||B"},  // the NUL goes after the line ends were read
         {"", ""},                   // an empty file is one empty row
-        {std::string(1000, '\n'), std::string(1000, '|')}, {"   TITLE: x   \r\r  ", "TITLE: x||"},
+        {std::string(1000, '\n'), std::string(1000, '|')},
+        {"   TITLE: x   \r\r  ", "TITLE: x||"},
         {"* \tx\x01\x7f", "* x\x7f"},  // deleted, not replaced; code 127 stays
     };
     for (const auto& [text, rows] : cases) {
@@ -134,8 +152,10 @@ TEST_F(ReaderTest, TheFormTheTitleAndTheFrameMode) {
         {"999 AX V C" + kTc + "\r1000 AX V C" + kTc, true, "999 AX V C" + kTc},
         {"001" + kTc, false, "UNKOWN"},  // the number slid into the transition
         {"\r\r  My Gvg List \r0001 AX V C" + kTc, true, "My Gvg List"},
-        {"TITLE: My Cut\rFCM: DROP FRAME", false, "My Cut"}, {"title:   lower case  \r", false, "lower case"},
-        {"TITLE:\r", false, ""}, {"* x\rTITLE: Second\rTITLE: Third", false, "Second"},
+        {"TITLE: My Cut\rFCM: DROP FRAME", false, "My Cut"},
+        {"title:   lower case  \r", false, "lower case"},
+        {"TITLE:\r", false, ""},
+        {"* x\rTITLE: Second\rTITLE: Third", false, "Second"},
     };
     for (const auto& [text, gvg, title] : cases) {
         Read(text);
@@ -151,7 +171,11 @@ TEST_F(BadInput, AnyBytesLoadAsRows) {
     std::string binary;
     for (int i = 0; i < 4096; ++i) binary.push_back(char((i * 7919) & 0xFF));
     const std::string cases[] = {
-        "", std::string(1000, '\n'), std::string("\0\0\0", 3), binary, std::string(1 << 20, 'x'),
+        "",
+        std::string(1000, '\n'),
+        std::string("\0\0\0", 3),
+        binary,
+        std::string(1 << 20, 'x'),
         std::string(1 << 20, ' ') + "01:00:00:00 01:00:00:00 01:00:00:00 01:00:00:00",
         "99999999999999999999999 A V C 01:00:00:00 01:00:05:00 00:00:10:00 00:00:15:00",
         "\xE9\xE9\xE9 \xE9 V C 0\xE9:00:00:00 01:00:05:00 00:00:10:00 00:00:15:00",

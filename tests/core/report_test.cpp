@@ -63,13 +63,14 @@ TEST(Report, DemoListsGiveTheExpectedReports) {
         {"writer_demo_cmx.edl",
          {"--no-audio", "--no-keys", "--keep-wipes", "--keep-freeze-frames", "--reel", "MAST01", "--movie", "cut.mov"},
          "writer_demo_cmx.options.report.txt"},
-        {"writer_demo_cmx.edl", {"--keys-to-dissolves", "--no-mirror", "--keep-speed-changes"},
+        {"writer_demo_cmx.edl",
+         {"--keys-to-dissolves", "--no-mirror", "--keep-speed-changes"},
          "writer_demo_cmx.dissolves.report.txt"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.expected);
-        std::vector<std::string> args = {VORNELT_TEST_DATA_DIR "/" + std::string(c.list), "--fps", "25", "--dry-run",
-                                         "--report", "-"};
+        std::vector<std::string> args = {
+            VORNELT_TEST_DATA_DIR "/" + std::string(c.list), "--fps", "25", "--dry-run", "--report", "-"};
         args.insert(args.end(), c.options.begin(), c.options.end());
         const std::string report = RunConverter(args);
         if (std::getenv("VORNELT_UPDATE_EXPECTED")) {
@@ -106,7 +107,7 @@ TEST(Report, TheCheckFindsWhatIsWrongWithTheListAsRead) {
         {head + one + "002  TAPE2LONG V    C        02:00:00:00 02:00:05:00 00:00:05:00 00:00:10:00\r\n",
          {{"reel-too-long", 1}}},
         {head + one + "* FROM CLIP NAME: Caf\xC3\xA9\r\n" + two, {{"looks-like-utf8", 1}}},
-        {"\xEF\xBB\xBF" + head + one, {{"looks-like-utf8", 1}, {"unknown-line", 1}}},  // the mark stands before TITLE
+        {"\xEF\xBB\xBF" + head + one, {{"looks-like-utf8", 1}, {"unknown-line", 1}}},   // the mark stands before TITLE
         {utf16, {{"looks-like-utf16", 1}, {"not-mac-roman", 1}, {"unknown-line", 1}}},  // the mark stands before TITLE
         {"TITLE: Check\r\nFCM: NON-DROP FRAME\r\n" + one, {{"comment-before-first-event", 1}}},
         {head + two, {{"comment-before-first-event", 1}}},

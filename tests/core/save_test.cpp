@@ -40,9 +40,13 @@ TEST_F(SaveTest, WholeListsFromFileToFileByteForByte) {
     using W = MainWindowState;
     using O = ConvertOptions;
     const std::pair<CheckBox W::*, bool O::*> boxes[] = {
-        {&W::Chb_Mirror, &O::mirror}, {&W::Chb_V2, &O::keys}, {&W::Chb_A1234, &O::audio},
-        {&W::Chb_RemoveFreezeFrame, &O::removeFreezeFrames}, {&W::Chb_RemoveSpeedChanges, &O::removeSpeedChanges},
-        {&W::Chb_TransToDissolve, &O::wipesToDissolves}, {&W::Chb_KeyToDissolve, &O::keysToDissolves},
+        {&W::Chb_Mirror, &O::mirror},
+        {&W::Chb_V2, &O::keys},
+        {&W::Chb_A1234, &O::audio},
+        {&W::Chb_RemoveFreezeFrame, &O::removeFreezeFrames},
+        {&W::Chb_RemoveSpeedChanges, &O::removeSpeedChanges},
+        {&W::Chb_TransToDissolve, &O::wipesToDissolves},
+        {&W::Chb_KeyToDissolve, &O::keysToDissolves},
         {&W::Chb_ComntGenerateNew, &O::comments},
     };
     // The list, the list saved, its rate, the boxes in their order above, the wipe names (0 Final Cut Pro, 1 SMPTE).
@@ -132,8 +136,10 @@ TEST_F(SaveTest, SecondRoadWithoutAFile) {
 }
 
 TEST(SuggestedSaveName, UpToTheFirstPoint) {
-    for (auto [name, suggested] : {std::pair{"reel1.edl", "reel1 VORNELT.edl"}, {"reel1.v2.edl", "reel1 VORNELT.edl"},
-                                   {"reel1", "reel1 VORNELT.edl"}, {".hidden.edl", " VORNELT.edl"},
+    for (auto [name, suggested] : {std::pair{"reel1.edl", "reel1 VORNELT.edl"},
+                                   {"reel1.v2.edl", "reel1 VORNELT.edl"},
+                                   {"reel1", "reel1 VORNELT.edl"},
+                                   {".hidden.edl", " VORNELT.edl"},
                                    {"Schnitt Ä.edl", "Schnitt Ä VORNELT.edl"}})
         EXPECT_EQ(SuggestedSaveName(name), suggested);
 }

@@ -20,27 +20,52 @@ namespace {
 TEST(Text, NumbersFromTheLeadingNumberOrTheWholeTrimmedText) {
     // Val reads the leading number only.
     const std::pair<std::string, double> cases[] = {
-        {"025", 25},    {"-12.5", -12.5}, {"+3", 3},   {"5.", 5},       {".5", 0.5},   {"1.2.3", 1.2}, {"1e5", 1},
-        {"0x10", 0},    {" 5", 0},        {"", 0},     {"-", 0},        {".", 0},      {"-.5x", -0.5}, {"12ab", 12},
-        {"AB", 0},      {"B 025", 0},     {"-0", 0},   {"000.0", 0},
+        {"025", 25},
+        {"-12.5", -12.5},
+        {"+3", 3},
+        {"5.", 5},
+        {".5", 0.5},
+        {"1.2.3", 1.2},
+        {"1e5", 1},
+        {"0x10", 0},
+        {" 5", 0},
+        {"", 0},
+        {"-", 0},
+        {".", 0},
+        {"-.5x", -0.5},
+        {"12ab", 12},
+        {"AB", 0},
+        {"B 025", 0},
+        {"-0", 0},
+        {"000.0", 0},
         // The nearest double however many digits: past 2^53, past 10^22, past 17 digits, a
         // tie broken by a digit far out, subnormal, and below the smallest.
-        {"9.572404544855457", 9.572404544855457},     {"0.000000008856028556828342", 0.000000008856028556828342},
+        {"9.572404544855457", 9.572404544855457},
+        {"0.000000008856028556828342", 0.000000008856028556828342},
         {"123456789012345678901234567890", 1.2345678901234568e29},
         {"1.00000000000000011102230246251565404236316680908203126", 1.0000000000000002},
         {"9007199254740993." + std::string(800, '0') + "1", 9007199254740994.0},
-        {std::string(1000, '0') + "25.5e", 25.5}, {"0." + std::string(320, '0') + "1", 1e-321},
+        {std::string(1000, '0') + "25.5e", 25.5},
+        {"0." + std::string(320, '0') + "1", 1e-321},
         {"-0." + std::string(400, '0') + "1", 0},
     };
     for (auto [text, value] : cases) EXPECT_EQ(Val(text), value) << text;
     EXPECT_TRUE(std::isinf(Val(std::string(400, '9'))));
     // IsNumeric wants the whole trimmed text.
     for (const char* yes : {"025", "5.", ".5", "-10", "+3", "  42  ", "0"}) EXPECT_TRUE(IsNumeric(yes)) << yes;
-    for (const char* no : {"1e5", "B 025", "", "   ", "-", ".", "1 2", "12a", "K", "\xC2\xA0" "5"})
+    for (const char* no : {"1e5", "B 025", "", "   ", "-", ".", "1 2", "12a", "K",
+                           "\xC2\xA0"
+                           "5"})
         EXPECT_FALSE(IsNumeric(no)) << no;
     // ToInt32 truncates and wraps; 1e300 is a multiple of 2^32.
-    for (auto [value, expected] : {std::pair{12.9, 12}, {-12.9, -12}, {2147483648.0, INT32_MIN}, {4294967297.0, 1},
-                                   {-2147483649.0, INT32_MAX}, {NAN, 0}, {INFINITY, 0}, {1e300, 0}})
+    for (auto [value, expected] : {std::pair{12.9, 12},
+                                   {-12.9, -12},
+                                   {2147483648.0, INT32_MIN},
+                                   {4294967297.0, 1},
+                                   {-2147483649.0, INT32_MAX},
+                                   {NAN, 0},
+                                   {INFINITY, 0},
+                                   {1e300, 0}})
         EXPECT_EQ(ToInt32(value), expected) << value;
 }
 
@@ -52,30 +77,66 @@ struct Gives {
 
 TEST(Text, CutsSearchesAndFormats) {
     const Gives cases[] = {
-        {Mid("abcdef", 3, 2), "cd"}, {Mid("abcdef", 3), "cdef"}, {Mid("abcdef", 5, 100), "ef"},
-        {Mid("abcdef", -3, 6), "abcdef"}, {Mid("abcdef", 9, 2), ""}, {Mid("abc", 2, -1), ""}, {Left("abc", 10), "abc"},
-        {Left("abc", -1), ""}, {Right("abcdef", 11), "abcdef"}, {Right("abcdef", 2), "ef"},
-        {Str(Len("caf\xC3\xA9")), "4"}, {Mid("caf\xC3\xA9!", 4, 1), "\xC3\xA9"}, {Right("x\xC3\xA9y", 2), "\xC3\xA9y"},
-        {Left("\xE2\x82\xAC" "12", 2), "\xE2\x82\xAC" "1"},
+        {Mid("abcdef", 3, 2), "cd"},
+        {Mid("abcdef", 3), "cdef"},
+        {Mid("abcdef", 5, 100), "ef"},
+        {Mid("abcdef", -3, 6), "abcdef"},
+        {Mid("abcdef", 9, 2), ""},
+        {Mid("abc", 2, -1), ""},
+        {Left("abc", 10), "abc"},
+        {Left("abc", -1), ""},
+        {Right("abcdef", 11), "abcdef"},
+        {Right("abcdef", 2), "ef"},
+        {Str(Len("caf\xC3\xA9")), "4"},
+        {Mid("caf\xC3\xA9!", 4, 1), "\xC3\xA9"},
+        {Right("x\xC3\xA9y", 2), "\xC3\xA9y"},
+        {Left("\xE2\x82\xAC"
+              "12",
+              2),
+         "\xE2\x82\xAC"
+         "1"},
         // Trimming touches blanks only: a no-break space and a tab are characters.
-        {Trim("  a b  "), "a b"}, {RTrim("  a  "), "  a"}, {Trim("\xC2\xA0" "a"), "\xC2\xA0" "a"}, {Trim("\ta"), "\ta"},
+        {Trim("  a b  "), "a b"},
+        {RTrim("  a  "), "  a"},
+        {Trim("\xC2\xA0"
+              "a"),
+         "\xC2\xA0"
+         "a"},
+        {Trim("\ta"), "\ta"},
         {Trim("    "), ""},
         // Searches ignore case, one character folding to one, positions in characters.
-        {Str(InStr("TITLE: x", "title:")), "1"}, {Str(InStr(9, "01:00:00:00", ":")), "9"},
-        {Str(InStr(10, "01:00:00:00", ":")), "0"}, {Str(InStr(1, "abc", "")), "0"},
-        {Str(InStr("\xC3\xA9t\xC3\xA9 K", "k")), "5"}, {Str(InStr("STRASSE", "\xC3\x9F")), "0"},
-        {Str(InStr("\xC3\x84pfel", "\xC3\xA4")), "1"}, {Str(InStr("x\xE2\x84\xAA", "k")), "2"},  // the Kelvin sign
-        {ReplaceAll("Non-Drop_frame", "-", ""), "NonDrop_frame"}, {ReplaceAll("aAaA", "a", "b"), "bbbb"},
-        {ReplaceAll("\xC3\xA9X\xC3\x89", "\xC3\xA9", "e"), "eXe"}, {ReplaceAll("abc", "", "x"), "abc"},
+        {Str(InStr("TITLE: x", "title:")), "1"},
+        {Str(InStr(9, "01:00:00:00", ":")), "9"},
+        {Str(InStr(10, "01:00:00:00", ":")), "0"},
+        {Str(InStr(1, "abc", "")), "0"},
+        {Str(InStr("\xC3\xA9t\xC3\xA9 K", "k")), "5"},
+        {Str(InStr("STRASSE", "\xC3\x9F")), "0"},
+        {Str(InStr("\xC3\x84pfel", "\xC3\xA4")), "1"},
+        {Str(InStr("x\xE2\x84\xAA", "k")), "2"},  // the Kelvin sign
+        {ReplaceAll("Non-Drop_frame", "-", ""), "NonDrop_frame"},
+        {ReplaceAll("aAaA", "a", "b"), "bbbb"},
+        {ReplaceAll("\xC3\xA9X\xC3\x89", "\xC3\xA9", "e"), "eXe"},
+        {ReplaceAll("abc", "", "x"), "abc"},
         // Capitals by the full mapping; "\xEF\xAC\x81" is the "fi" ligature.
-        {Uppercase("final cut.mov"), "FINAL CUT.MOV"}, {Uppercase("stra\xC3\x9F" "e"), "STRASSE"},
-        {Uppercase("\xEF\xAC\x81"), "FI"}, {Uppercase("\xC3\xA9t\xC3\xA9"), "\xC3\x89T\xC3\x89"},
+        {Uppercase("final cut.mov"), "FINAL CUT.MOV"},
+        {Uppercase("stra\xC3\x9F"
+                   "e"),
+         "STRASSE"},
+        {Uppercase("\xEF\xAC\x81"), "FI"},
+        {Uppercase("\xC3\xA9t\xC3\xA9"), "\xC3\x89T\xC3\x89"},
         // Zero fill and signs.
-        {Format(1, "000"), "001"}, {Format(1000, "000"), "1000"}, {Format(-5, "000"), "-005"}, {Format(12, "-#"), "12"},
-        {Format(INT32_MIN, "000"), "-2147483648"}, {Format(-12, "-#"), "-12"}, {Str(25.0), "25"}, {Str(-3), "-3"},
+        {Format(1, "000"), "001"},
+        {Format(1000, "000"), "1000"},
+        {Format(-5, "000"), "-005"},
+        {Format(12, "-#"), "12"},
+        {Format(INT32_MIN, "000"), "-2147483648"},
+        {Format(-12, "-#"), "-12"},
+        {Str(25.0), "25"},
+        {Str(-3), "-3"},
         {Str(0.5), "0.5"},
         // Malformed UTF-8 counts byte by byte and reads as replacement characters.
-        {Str(Len("a\xFF\xC3")), "3"}, {SanitizeUtf8("a\xFF\xC3"), "a\xEF\xBF\xBD\xEF\xBF\xBD"},
+        {Str(Len("a\xFF\xC3")), "3"},
+        {SanitizeUtf8("a\xFF\xC3"), "a\xEF\xBF\xBD\xEF\xBF\xBD"},
         {Uppercase("a\xFF\xC3"), "A\xEF\xBF\xBD\xEF\xBF\xBD"},
     };
     for (size_t i = 0; i < std::size(cases); ++i) EXPECT_EQ(cases[i].got, cases[i].want) << "case " << i;
@@ -95,14 +156,20 @@ TEST(Encodings, WindowsLatin1KeepsEveryByteAndMacRomanWritesOnePerCharacter) {
     EXPECT_EQ(Mid(text, 0x80 + 1, 2), "\xE2\x82\xAC\xC2\x81");  // the euro sign; 0x81 is undefined: kept as U+0081
     EXPECT_EQ(Mid(text, 0xE9 + 1, 1), "\xC3\xA9");
     // The euro sign, "é", Omega; the currency sign has no byte; one "?" per code point.
-    for (auto [text, bytes] : {std::pair{"\xE2\x82\xAC", "\xDB"}, {"\xC3\xA9", "\x8E"}, {"\xCE\xA9", "\xBD"},
-                               {"\xC2\xA4", "?"}, {"\xF0\x9F\x8E\xAC" "x", "?x"}})
+    for (auto [text, bytes] : {std::pair{"\xE2\x82\xAC", "\xDB"},
+                               {"\xC3\xA9", "\x8E"},
+                               {"\xCE\xA9", "\xBD"},
+                               {"\xC2\xA4", "?"},
+                               {"\xF0\x9F\x8E\xAC"
+                                "x",
+                                "?x"}})
         EXPECT_EQ(EncodeMacRoman(text), bytes) << text;
     // In pieces, the same bytes: no piece splits a CR LF or a character.
     const std::string list = "a\r\nb\xC3\xA9\rc\nd\r\n";
     for (size_t piece : {1, 2, 3, 5, 100}) {
         std::string joined;
-        EncodeListForSaving(list, [&](std::string_view b) { joined += b; }, piece);
+        EncodeListForSaving(
+            list, [&](std::string_view b) { joined += b; }, piece);
         EXPECT_EQ(joined, EncodeListForSaving(list)) << piece;
     }
     // Everything Windows Latin 1 reads and Mac OS Roman can hold comes back.
@@ -128,10 +195,14 @@ TEST(Timecode, WorkedValuesEdgesOfTheScaleAndTheWayBack) {
         EXPECT_EQ(ToTc(rate, frames), tc);
     }
     const Gives edges[] = {
-        {Str(TC_to_Frame25("00:00:00:30")), "30"}, {Frames25_to_TC(30), "00:00:01:05"},  // a carry on the way out only
-        {Frames25_to_TC(-1), "-01:-01:-01:24"},      {Str(TC_to_Frame25("ab:cd:ef:gh")), "0"},
-        {Str(TC_to_Frame25("1A:00:00:00")), "90000"}, {Str(TC_to_Frame25("")), "0"},
-        {Str(TC_to_Frame25("00:61:00:00")), "91500"}, {Frames25_to_TC(9000000), "100:00:00:00"},
+        {Str(TC_to_Frame25("00:00:00:30")), "30"},
+        {Frames25_to_TC(30), "00:00:01:05"},  // a carry on the way out only
+        {Frames25_to_TC(-1), "-01:-01:-01:24"},
+        {Str(TC_to_Frame25("ab:cd:ef:gh")), "0"},
+        {Str(TC_to_Frame25("1A:00:00:00")), "90000"},
+        {Str(TC_to_Frame25("")), "0"},
+        {Str(TC_to_Frame25("00:61:00:00")), "91500"},
+        {Frames25_to_TC(9000000), "100:00:00:00"},
     };
     for (const Gives& c : edges) EXPECT_EQ(c.got, c.want);
     EXPECT_FALSE(Frames24_to_TC(INT32_MIN).empty() || Frames30NonDrop_to_TC(INT32_MAX).empty());
@@ -178,8 +249,8 @@ TEST(TextColumn, ReadsAsAPlainTableUnderAnyChanges) {
     const auto document = std::make_shared<const std::string>("C D W001 K 01:00:00:00 A/V");
     const std::string_view d = *document;
     // Cuts of the document, the fill, empty, new text short and long.
-    const std::vector<std::string_view> texts = {d.substr(0, 1), d.substr(4, 4), d.substr(11, 11), "**", "", "D",
-                                                 "RL0001", "a longer text than sixteen bytes"};
+    const std::vector<std::string_view> texts = {
+        d.substr(0, 1), d.substr(4, 4), d.substr(11, 11), "**", "", "D", "RL0001", "a longer text than sixteen bytes"};
     const auto same = [](const TextColumn& t, size_t row, std::string_view want) { return t(row) == want; };
     for (const std::string_view fill : {std::string_view(), std::string_view("**")}) {
         TextColumn table(fill), copy(fill);

@@ -44,8 +44,15 @@ protected:
                const std::string& rest, const Tc& tc, const std::string& clean = "") {
         const bool dur = IsNumeric(rest);
         const std::string n = Format(number, "000");
-        Push({.line = n + " " + reel + " " + mode + " " + trans, .number = n, .numberValue = number, .reel = reel,
-              .mode = mode, .trans = trans, .dur = dur ? rest : "", .bTrack = dur ? "" : rest, .tc = tc},
+        Push({.line = n + " " + reel + " " + mode + " " + trans,
+              .number = n,
+              .numberValue = number,
+              .reel = reel,
+              .mode = mode,
+              .trans = trans,
+              .dur = dur ? rest : "",
+              .bTrack = dur ? "" : rest,
+              .tc = tc},
              clean, -1111.0);
     }
 
@@ -84,10 +91,17 @@ protected:
 private:
     void Push(const Row& r, const std::string& clean, double motion) {
         Document& m = this->m();
-        for (auto [t, v] : {std::pair{&m.copyCompletLine, &r.line}, {&m.copyEventNumberStr, &r.number},
-                            {&m.copyReelNames, &r.reel}, {&m.copyMode, &r.mode}, {&m.copyTrans, &r.trans},
-                            {&m.copyTransDur, &r.dur}, {&m.copyIsBTrack, &r.bTrack}, {&m.copySourceInTC, &r.tc[0]},
-                            {&m.copySourceOutTC, &r.tc[1]}, {&m.copyRecInTC, &r.tc[2]}, {&m.copyRecOutTC, &r.tc[3]}})
+        for (auto [t, v] : {std::pair{&m.copyCompletLine, &r.line},
+                            {&m.copyEventNumberStr, &r.number},
+                            {&m.copyReelNames, &r.reel},
+                            {&m.copyMode, &r.mode},
+                            {&m.copyTrans, &r.trans},
+                            {&m.copyTransDur, &r.dur},
+                            {&m.copyIsBTrack, &r.bTrack},
+                            {&m.copySourceInTC, &r.tc[0]},
+                            {&m.copySourceOutTC, &r.tc[1]},
+                            {&m.copyRecInTC, &r.tc[2]},
+                            {&m.copyRecOutTC, &r.tc[3]}})
             t->push_back(*v);
         m.copyEventNumberInt.push_back(r.numberValue);
         m.readOrigEventNumberInt.push_back(r.numberValue);
@@ -180,12 +194,22 @@ TEST_F(WriterTest, EventLineFields) {
 TEST(FormatReelNames, BothFormsAndIdempotent) {
     // Name, CMX, GVG. Characters count, not bytes: "Ä" is one character.
     const char* cases[][3] = {
-        {"Ax", "      AX", "    AX"},         {"bl", "      BL", "    BL"},       {"B L", "      BL", "    BL"},
-        {"aux", "AUX     ", "AUX   "},        {"black", "BLACK   ", "BLACK "},     {"BLACK1", "BLACK1  ", "BLACK1"},
-        {"tape5", "tape5   ", "tape5 "},     {"ABCDEF", "ABCDEF  ", "ABCDEF"},   {"ABCDEFG", "ABCDEFG ", "ABCDEFG"},
-        {"ABCDEFGH", "ABCDEFGH", "ABCDEFGH"}, {"ABCDEFGHIJ", "ABCDEFGH", "ABCDEFGH"},
-        {"  TA PE 1 ", "TAPE1   ", "TAPE1 "}, {"   ", "", ""},                  {"", "", ""},
-        {"BÄNDER", "BÄNDER  ", "BÄNDER"},     {"ÄÄÄÄÄÄÄÄÄ", "ÄÄÄÄÄÄÄÄ", "ÄÄÄÄÄÄÄÄ"},
+        {"Ax", "      AX", "    AX"},
+        {"bl", "      BL", "    BL"},
+        {"B L", "      BL", "    BL"},
+        {"aux", "AUX     ", "AUX   "},
+        {"black", "BLACK   ", "BLACK "},
+        {"BLACK1", "BLACK1  ", "BLACK1"},
+        {"tape5", "tape5   ", "tape5 "},
+        {"ABCDEF", "ABCDEF  ", "ABCDEF"},
+        {"ABCDEFG", "ABCDEFG ", "ABCDEFG"},
+        {"ABCDEFGH", "ABCDEFGH", "ABCDEFGH"},
+        {"ABCDEFGHIJ", "ABCDEFGH", "ABCDEFGH"},
+        {"  TA PE 1 ", "TAPE1   ", "TAPE1 "},
+        {"   ", "", ""},
+        {"", "", ""},
+        {"BÄNDER", "BÄNDER  ", "BÄNDER"},
+        {"ÄÄÄÄÄÄÄÄÄ", "ÄÄÄÄÄÄÄÄ", "ÄÄÄÄÄÄÄÄ"},
     };
     for (bool gvg : {false, true}) {
         for (const auto& [name, cmx, gvgForm] : cases) {
@@ -199,10 +223,10 @@ TEST(FormatReelNames, BothFormsAndIdempotent) {
 TEST_F(WriterTest, TheReelFieldTakesTheOwnReelTheClipsOrTheMasters) {
     // GVG, mirror, the reel name field, the event's reel, the field written; the chains named the event RL0007.
     const std::tuple<bool, bool, const char*, const char*, const char*> cases[] = {
-        {false, false, "", "tape1", "tape1   "},  {false, false, "MASTER", "TAPE1", "TAPE1   "},
-        {false, true, "", "TAPE1", "RL0007  "},   {false, true, "", "bl", "      BL"},
-        {true, true, "", "aux", "AUX   "},        {false, true, "", "BLACK1", "RL0007  "},
-        {false, true, "MASTER", "BL", "MASTER  "}, {true, true, "MASTER", "AX", "MASTER"},
+        {false, false, "", "tape1", "tape1   "},     {false, false, "MASTER", "TAPE1", "TAPE1   "},
+        {false, true, "", "TAPE1", "RL0007  "},      {false, true, "", "bl", "      BL"},
+        {true, true, "", "aux", "AUX   "},           {false, true, "", "BLACK1", "RL0007  "},
+        {false, true, "MASTER", "BL", "MASTER  "},   {true, true, "MASTER", "AX", "MASTER"},
         {false, true, "MA ST", "TAPE1", "MAST    "},
     };
     for (const auto& [gvg, mirror, reelName, reel, expected] : cases) {
@@ -220,11 +244,16 @@ TEST_F(WriterTest, NoteRows) {
     // The row, its speed as read (-1111: none), speed changes removed, freeze frames removed,
     // audio kept; whether the row is written. The whole lists hold the usual motion lines.
     const std::tuple<const char*, double, bool, bool, bool, bool> cases[] = {
-        {"M2 R 000.0 01:00:00:00", 0.0, 1, 0, 1, 1},   {"M2 R -12.5 01:00:00:00", -12.5, 1, 0, 1, 0},
-        {"PEG A R 12.0", 12.0, 0, 1, 1, 1},            {"peg b R 0", 0.0, 1, 0, 1, 1},
-        {"M2X R 025.0", 25.0, 0, 0, 1, 1},             {"M2 R 025.0", -1111.0, 0, 0, 1, 0},
-        {"AUD  3", -1111.0, 1, 1, 1, 1},               {"AUD  3", -1111.0, 1, 1, 0, 0},
-        {"* FROM CLIP NAME: SHOT 1", -1111.0, 0, 0, 1, 0}, {"SPLIT:    AUDIO DELAY=  00:00:00:05", -1111.0, 0, 0, 0, 0},
+        {"M2 R 000.0 01:00:00:00", 0.0, 1, 0, 1, 1},
+        {"M2 R -12.5 01:00:00:00", -12.5, 1, 0, 1, 0},
+        {"PEG A R 12.0", 12.0, 0, 1, 1, 1},
+        {"peg b R 0", 0.0, 1, 0, 1, 1},
+        {"M2X R 025.0", 25.0, 0, 0, 1, 1},
+        {"M2 R 025.0", -1111.0, 0, 0, 1, 0},
+        {"AUD  3", -1111.0, 1, 1, 1, 1},
+        {"AUD  3", -1111.0, 1, 1, 0, 0},
+        {"* FROM CLIP NAME: SHOT 1", -1111.0, 0, 0, 1, 0},
+        {"SPLIT:    AUDIO DELAY=  00:00:00:05", -1111.0, 0, 0, 0, 0},
     };
     for (const auto& [line, motion, removeSpeed, removeFreeze, audio, written] : cases) {
         Restart();
@@ -253,12 +282,17 @@ TEST_F(WriterTest, CommentBlocks) {
     // An empty row 2 or none, the rows, the wipe names; what is written but the header, event
     // lines as "#", lines ended by "|".
     const std::tuple<bool, std::vector<Row>, int, const char*> cases[] = {
-        {true, {{1, "C", ""}, {2, "C", ""}}, 1, "#|F||#|F|||"},  {true, {{5, "C", ""}}, 1, "F||#|F|||"},
-        {false, {{1, "C", ""}, {2, "C", ""}}, 1, "F||#|F||#|F|||"}, {false, {{0, "C", ""}}, 1, "#|F|||"},
-        {true, {{1, "C", ""}, {2, "D", "025"}}, 1, "#||#|F|||"}, {true, {{1, "C", ""}, {1, "D", "000"}}, 1, "#|#|F|||"},
+        {true, {{1, "C", ""}, {2, "C", ""}}, 1, "#|F||#|F|||"},
+        {true, {{5, "C", ""}}, 1, "F||#|F|||"},
+        {false, {{1, "C", ""}, {2, "C", ""}}, 1, "F||#|F||#|F|||"},
+        {false, {{0, "C", ""}}, 1, "#|F|||"},
+        {true, {{1, "C", ""}, {2, "D", "025"}}, 1, "#||#|F|||"},
+        {true, {{1, "C", ""}, {1, "D", "000"}}, 1, "#|#|F|||"},
         {true, {{1, "C", ""}, {1, "C", "010"}}, 1, "#|#|F|* EFFECT NAME: CROSS DISSOLVE|* TO CLIP NAME:  M|||"},
         {true, {{1, "C", ""}, {1, "K", "000"}}, 1, "#|#|F|* KEY CLIP NAME:  M|||"},
-        {true, {{1, "C", ""}, {1, "K", ""}, {1, "D", "025"}}, 1,
+        {true,
+         {{1, "C", ""}, {1, "K", ""}, {1, "D", "025"}},
+         1,
          "#|#|#|F|* EFFECT NAME: CROSS DISSOLVE* KEY CLIP NAME:  M||* TO CLIP NAME:  M|||"},
         {true, {{1, "C", ""}, {1, "W001", "000"}}, 1, "#|#|F|||"},
         {true, {{1, "C", ""}, {1, "W001", "030"}}, 2, "#|#|F|||"},
@@ -287,11 +321,18 @@ TEST_F(WriterTest, CommentBlocks) {
 TEST(WipeNames, ByCodeAndEachTableByFamily) {
     // The code, its SMPTE name and its Final Cut Pro name.
     const char* cases[][3] = {
-        {"W001", "EDGE WIPE HORIZONTAL", "EDGE WIPE"},   {"W003", "EDGE WIPE TOP LEFT", "SPLIT SLIDE "},
-        {"w012", "UNKNOWN", "CROSS IRIS"},               {"w101", "IRIS WIPE RECTANGLE", "EDGE WIPE"},
-        {"W353", "MATRIX WIPE HORIZONTAL WATERFALL RIGHT", "EDGE WIPE"}, {"W354", "UNKNOWN", "EDGE WIPE"},
-        {"W000", "UNKNOWN", "EDGE WIPE"}, {"W12", "UNKNOWN", "EDGE WIPE"}, {"W0010", "UNKNOWN", "EDGE WIPE"},
-        {" W001", "UNKNOWN", "EDGE WIPE"}, {"WIPE", "UNKNOWN", "EDGE WIPE"}, {"", "UNKNOWN", "EDGE WIPE"},
+        {"W001", "EDGE WIPE HORIZONTAL", "EDGE WIPE"},
+        {"W003", "EDGE WIPE TOP LEFT", "SPLIT SLIDE "},
+        {"w012", "UNKNOWN", "CROSS IRIS"},
+        {"w101", "IRIS WIPE RECTANGLE", "EDGE WIPE"},
+        {"W353", "MATRIX WIPE HORIZONTAL WATERFALL RIGHT", "EDGE WIPE"},
+        {"W354", "UNKNOWN", "EDGE WIPE"},
+        {"W000", "UNKNOWN", "EDGE WIPE"},
+        {"W12", "UNKNOWN", "EDGE WIPE"},
+        {"W0010", "UNKNOWN", "EDGE WIPE"},
+        {" W001", "UNKNOWN", "EDGE WIPE"},
+        {"WIPE", "UNKNOWN", "EDGE WIPE"},
+        {"", "UNKNOWN", "EDGE WIPE"},
     };
     for (const auto& [code, smpte, fcp] : cases) {
         EXPECT_EQ(WipeCodesSMPTE(code), smpte) << code;
@@ -312,10 +353,19 @@ TEST(CommentOrder, ThreeLinesComeBackInTheirOrder) {
     const std::string E = "* EFFECT NAME: CROSS DISSOLVE\r", F = "* FROM CLIP NAME:  M.MOV\r",
                       T = "* TO CLIP NAME:  M.MOV\r", K = "* KEY CLIP NAME:  M.MOV\r", wipe = "* effect name: wipe\r";
     const std::pair<std::string, std::string> cases[] = {
-        {F + E + T, E + F + T},     {E + T + F, E + F + T},     {T + F + E, E + F + T},   {K + E + F, E + F + K},
-        {F + E + K, E + F + "\r"}, {F + K + T, "\r" + F + T}, {E + E + F, E + F + "\r"}, {E + F, E + F},
-        {E + F + T + T, E + F + T + T}, {wipe + " " + F + T, wipe + "\r" + T}, {T + F + E + "tail", E + F + T},
-        {E + F + T.substr(0, T.size() - 1), E + F + T.substr(0, T.size() - 1)}, {"", ""},
+        {F + E + T, E + F + T},
+        {E + T + F, E + F + T},
+        {T + F + E, E + F + T},
+        {K + E + F, E + F + K},
+        {F + E + K, E + F + "\r"},
+        {F + K + T, "\r" + F + T},
+        {E + E + F, E + F + "\r"},
+        {E + F, E + F},
+        {E + F + T + T, E + F + T + T},
+        {wipe + " " + F + T, wipe + "\r" + T},
+        {T + F + E + "tail", E + F + T},
+        {E + F + T.substr(0, T.size() - 1), E + F + T.substr(0, T.size() - 1)},
+        {"", ""},
     };
     for (const auto& [in, out] : cases) EXPECT_EQ(SortCommentLine(in), out) << in;
 }

@@ -16,7 +16,7 @@ class RecordingPlatform : public Platform {
 public:
     std::deque<FolderItemRef> openDialogAnswers, saveDialogAnswers;
     std::deque<DialogButton> messageDialogAnswers;
-    bool failCreateTextFile = false;           // creating a text file fails (the stream is none)
+    bool failCreateTextFile = false;            // creating a text file fails (the stream is none)
     std::optional<size_t> failWriteAfterBytes;  // a write fails once this many bytes have gone
 
     std::vector<OpenDialogRequest> openDialogsShown;

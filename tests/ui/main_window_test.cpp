@@ -303,7 +303,9 @@ private slots:
                 else if (e.kind == ChangeKind::CommentBeforeFirstEvent)
                     e.lineWritten = 4;
                 else if (e.row >= 0 && at != written.end())
-                    e.lineWritten = 1 + int32_t(std::count(list.begin(), list.begin() + ptrdiff_t(std::min<size_t>(at->offset, list.size())), '\r'));
+                    e.lineWritten = 1 + int32_t(std::count(
+                                            list.begin(),
+                                            list.begin() + ptrdiff_t(std::min<size_t>(at->offset, list.size())), '\r'));
             }
             const std::vector<ReportEntry>& shown = model.view().entries;
             QCOMPARE(shown.size(), expected.size());

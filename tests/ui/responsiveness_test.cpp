@@ -132,7 +132,8 @@ private slots:
             std::string t;
             for (int i = 0; i < 5000; ++i) {
                 seed = seed * 1103515245u + 12345u;
-                const char* pieces[] = {"\r", "\n", "\r\n", "a", "bcdefgh", "\xc3\xa9", "0123456789012345678901234567890123456789"};
+                const char* pieces[] = {
+                    "\r", "\n", "\r\n", "a", "bcdefgh", "\xc3\xa9", "0123456789012345678901234567890123456789"};
                 t += pieces[(seed >> 16) % (k == 3 ? 3 : 7) + (k == 3 ? 4 : 0)];
             }
             texts.emplace_back(k == 3 ? "no line end" : "random", t);

@@ -49,14 +49,10 @@ const MenuItem kFileItems[] = {
     {"FileQuit", "Beenden", "Ctrl+Q", nullptr},
 };
 const MenuItem kEditItems[] = {
-    {"EditUndo", "&Rückgängig", "Ctrl+Z", nullptr},
-    {"UntitledMenu1", "-", nullptr, nullptr},
-    {"EditCut", "&Ausschneiden", "Ctrl+X", nullptr},
-    {"EditCopy", "&Kopieren", "Ctrl+C", nullptr},
-    {"EditPaste", "&Einfügen", "Ctrl+V", nullptr},
-    {"EditClear", "&Löschen", nullptr, nullptr},
-    {"UntitledMenu0", "-", nullptr, nullptr},
-    {"EditSelectAll", "&Alles auswählen", "Ctrl+A", nullptr},
+    {"EditUndo", "&Rückgängig", "Ctrl+Z", nullptr},  {"UntitledMenu1", "-", nullptr, nullptr},
+    {"EditCut", "&Ausschneiden", "Ctrl+X", nullptr}, {"EditCopy", "&Kopieren", "Ctrl+C", nullptr},
+    {"EditPaste", "&Einfügen", "Ctrl+V", nullptr},   {"EditClear", "&Löschen", nullptr, nullptr},
+    {"UntitledMenu0", "-", nullptr, nullptr},        {"EditSelectAll", "&Alles auswählen", "Ctrl+A", nullptr},
 };
 const MenuItem kHelpItems[] = {
     {"HelpHelp", "Help", "Ctrl+?", ":/icons/help.svg"},
@@ -69,8 +65,12 @@ struct MenuHandler {
     bool (*handler)(Desktop&);
 };
 const MenuHandler kMenuHandlers[] = {
-    {"FileOpen", App_FileOpen_Action},       {"FileSave", App_FileSave_Action}, {"FileSelectMovie", App_FileSelectMovie_Action},
-    {"HelpHelp", App_HelpHelp_Action},       {"About", App_About_Action},       {"FileSaveAs", App_FileSaveAs_Action},
+    {"FileOpen", App_FileOpen_Action},
+    {"FileSave", App_FileSave_Action},
+    {"FileSelectMovie", App_FileSelectMovie_Action},
+    {"HelpHelp", App_HelpHelp_Action},
+    {"About", App_About_Action},
+    {"FileSaveAs", App_FileSaveAs_Action},
 };
 
 template <typename View>
@@ -83,7 +83,7 @@ void CloseView(QPointer<View>& view) {
 
 void CentreOver(QWidget* window, QWidget* over) {
     QRect area = over && over->isVisible() ? over->frameGeometry()
-                                          : (window->screen() ? window->screen()->availableGeometry() : QRect());
+                                           : (window->screen() ? window->screen()->availableGeometry() : QRect());
     if (area.isEmpty()) return;
     QRect r = window->frameGeometry();
     r.moveCenter(area.center());
@@ -193,22 +193,30 @@ void AppShell::UpdateEditItems() {
 void AppShell::EditCommand(const QString& name) {
     QWidget* w = QApplication::focusWidget();
     if (auto* field = qobject_cast<QLineEdit*>(w)) {
-        if (name == "EditUndo") field->undo();
-        else if (name == "EditCut") field->cut();
-        else if (name == "EditCopy") field->copy();
+        if (name == "EditUndo")
+            field->undo();
+        else if (name == "EditCut")
+            field->cut();
+        else if (name == "EditCopy")
+            field->copy();
         else if (name == "EditPaste") {
-            if (auto* entry = qobject_cast<EntryFieldWidget*>(field)) entry->PasteInCapitals();
-            else field->paste();
-        }
-        else if (name == "EditClear") field->del();
-        else if (name == "EditSelectAll") field->selectAll();
+            if (auto* entry = qobject_cast<EntryFieldWidget*>(field))
+                entry->PasteInCapitals();
+            else
+                field->paste();
+        } else if (name == "EditClear")
+            field->del();
+        else if (name == "EditSelectAll")
+            field->selectAll();
         return;
     }
     ListView* list = nullptr;
     for (QWidget* p = w; p && !list; p = p->parentWidget()) list = qobject_cast<ListView*>(p);
     if (!list) return;
-    if (name == "EditCopy") list->copy();
-    else if (name == "EditSelectAll") list->selectAll();
+    if (name == "EditCopy")
+        list->copy();
+    else if (name == "EditSelectAll")
+        list->selectAll();
 }
 
 void AppShell::Start(const QStringList& documents) {

@@ -50,12 +50,9 @@ QFont ListFont() {
     // every character of a list has one width there. What counts is the advance of each
     // character, so the first family in which they are all equal is taken.
     const QString families[] = {
-        QStringLiteral("Monaco"),
-        QFontDatabase::systemFont(QFontDatabase::FixedFont).family(),
-        QStringLiteral("DejaVu Sans Mono"),
-        QStringLiteral("Liberation Mono"),
-        QStringLiteral("Noto Sans Mono"),
-        QStringLiteral("Courier New"),
+        QStringLiteral("Monaco"),           QFontDatabase::systemFont(QFontDatabase::FixedFont).family(),
+        QStringLiteral("DejaVu Sans Mono"), QStringLiteral("Liberation Mono"),
+        QStringLiteral("Noto Sans Mono"),   QStringLiteral("Courier New"),
     };
     const auto candidate = [](const QString& family) {
         QFont font(family);
@@ -108,7 +105,8 @@ void ListView::setReadOnly(bool readOnly) {
 }
 
 int ListView::rowOf(size_t offset) const {
-    auto it = std::upper_bound(lineStarts_.begin(), lineStarts_.end(), uint32_t(std::min<size_t>(offset, std::numeric_limits<uint32_t>::max())));
+    auto it = std::upper_bound(lineStarts_.begin(), lineStarts_.end(),
+                               uint32_t(std::min<size_t>(offset, std::numeric_limits<uint32_t>::max())));
     const size_t line = size_t(std::max<ptrdiff_t>(0, (it - lineStarts_.begin()) - 1));
     const size_t chars = charsIn(lineStarts_[line], std::min<size_t>(offset, lineEnds_[line]));
     const size_t cols = size_t(std::max(1, columns_));
@@ -155,8 +153,10 @@ void ListView::moveCaret(size_t to, bool extend) {
     const int row = rowOf(caret_);
     const int first = firstVisibleRow();
     const int visible = std::max(1, viewport()->height() / rowHeight_);
-    if (row < first) verticalScrollBar()->setValue(row);
-    else if (row >= first + visible) verticalScrollBar()->setValue(row - visible + 1);
+    if (row < first)
+        verticalScrollBar()->setValue(row);
+    else if (row >= first + visible)
+        verticalScrollBar()->setValue(row - visible + 1);
 }
 
 namespace {
@@ -419,8 +419,8 @@ void ListView::paintEvent(QPaintEvent*) {
             const size_t s = std::max(lo, seg.begin);
             const size_t e = std::min(hi, seg.end);
             p.save();
-            p.setClipRect(QRect(kMargin + int(charsIn(seg.begin, s)) * charWidth_, y,
-                                int(charsIn(s, e)) * charWidth_, rowHeight_));
+            p.setClipRect(QRect(kMargin + int(charsIn(seg.begin, s)) * charWidth_, y, int(charsIn(s, e)) * charWidth_,
+                                rowHeight_));
             p.setPen(highlightText);
             p.drawText(kMargin, y + ascent_, rowText);
             p.restore();
@@ -566,7 +566,8 @@ void ListView::keyPressEvent(QKeyEvent* event) {
             default: break;
         }
         const QString typed = event->text();
-        if (!typed.isEmpty() && typed.at(0).isPrint() && !(event->modifiers() & (Qt::ControlModifier | Qt::MetaModifier)))
+        if (!typed.isEmpty() && typed.at(0).isPrint() &&
+            !(event->modifiers() & (Qt::ControlModifier | Qt::MetaModifier)))
             return replaceSelection(typed.toStdString());
     }
     QScrollBar* bar = verticalScrollBar();

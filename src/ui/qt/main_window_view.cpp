@@ -2,21 +2,21 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QCloseEvent>
-#include <QContextMenuEvent>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QTimer>
-#include <QClipboard>
-#include <QMenu>
 #include <QUrl>
 
 #include "document/document.hpp"
@@ -116,8 +116,7 @@ bool EntryFieldWidget::event(QEvent* e) {
             // field's undo then steps over whole edits instead of back to small letters.
             const QString folded = ToQ(Uppercase(text));
             if (folded != key->text()) {
-                QKeyEvent capital(key->type(), key->key(), key->modifiers(), folded, key->isAutoRepeat(),
-                                  key->count());
+                QKeyEvent capital(key->type(), key->key(), key->modifiers(), folded, key->isAutoRepeat(), key->count());
                 const bool done = QLineEdit::event(&capital);
                 e->setAccepted(capital.isAccepted());
                 return done;
@@ -277,8 +276,8 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
     auto* reel = field("EF_ReelName", &MainWindowState::EF_ReelName, {20, 72, 80, 22}, Qt::AlignHCenter);
     auto* title = field("EF_SeqTitle", &MainWindowState::EF_SeqTitle, {112, 72, 264, 22}, Qt::AlignLeft);
     auto* movie = field("EF_RenderedMovie", &MainWindowState::EF_RenderedMovie, {388, 72, 180, 22}, Qt::AlignLeft);
-    btnSelectMovie_ = button("BtnSelectMovie", "Select Movie...", {580, 73, 140, 20}, Anchor::TopLeft,
-                             BtnSelectMovie_Action);
+    btnSelectMovie_ =
+        button("BtnSelectMovie", "Select Movie...", {580, 73, 140, 20}, Anchor::TopLeft, BtnSelectMovie_Action);
 
     editField1_ = new ListView(surface_);
     Add(editField1_, "EditField1", {20, 106, 700, 514}, Anchor::All);
@@ -560,9 +559,7 @@ bool MainWindowView::eventFilter(QObject* watched, QEvent* event) {
             e->acceptProposedAction();
             return true;
         }
-        case QEvent::DragMove:
-            static_cast<QDragMoveEvent*>(event)->acceptProposedAction();
-            return true;
+        case QEvent::DragMove: static_cast<QDragMoveEvent*>(event)->acceptProposedAction(); return true;
         case QEvent::DragLeave:
             if (session().MainWindowExists()) shell_.Dispatch(EditField1_DragExit);
             return true;

@@ -51,7 +51,8 @@ FrameRateView::FrameRateView(AppShell& shell, bool droped, QWidget* parent)
     setWindowModality(Qt::ApplicationModal);
     setFixedSize(320, 198);
 
-    QLabel* question = MakeLabel(this, "StaticText2", QStringLiteral("TV Standard of incomming EDL?"), {18, 14, 282, 20});
+    QLabel* question =
+        MakeLabel(this, "StaticText2", QStringLiteral("TV Standard of incomming EDL?"), {18, 14, 282, 20});
     question->setFont(ControlFont(0, true));
     question->setAlignment(Qt::AlignCenter);
     MakeSeparator(this, "Separator2", {20, 46, 282, 12});
@@ -172,8 +173,7 @@ void ProgressView::closeEvent(QCloseEvent* event) {
 
 // ---- start-up and about ----
 
-SplashView::SplashView(int nameTop, QWidget* parent)
-    : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint) {
+SplashView::SplashView(int nameTop, QWidget* parent) : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint) {
     setWindowTitle(QStringLiteral("Ohne Titel"));
     setFixedSize(600, 350);
     auto* canvas = new QLabel(this);
@@ -233,8 +233,10 @@ void LinkLabel::leaveEvent(QEvent*) {
 void LinkLabel::mousePressEvent(QMouseEvent* event) {
     claimed_ = false;
     shell_.Dispatch([this](Desktop& d) { claimed_ = ST_www_MouseDown(d); });
-    if (claimed_) event->accept();
-    else QLabel::mousePressEvent(event);
+    if (claimed_)
+        event->accept();
+    else
+        QLabel::mousePressEvent(event);
 }
 
 void LinkLabel::mouseReleaseEvent(QMouseEvent* event) {

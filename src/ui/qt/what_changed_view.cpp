@@ -93,15 +93,21 @@ QVariant ReportModel::data(const QModelIndex& index, int role) const {
     if (frozen_ && frozen_()) return shown_.value(key);
     if (auto it = shown_.constFind(key); it != shown_.constEnd()) return *it;
     const ReportEntry& e = *entry(index);
-    const QString text = Where(e, lines_.Of(e)) + QStringLiteral("   ") + QString::fromStdString(EntryText(e, *view_.document));
+    const QString text =
+        Where(e, lines_.Of(e)) + QStringLiteral("   ") + QString::fromStdString(EntryText(e, *view_.document));
     if (shown_.size() >= kMostShown) shown_.clear();
     shown_.insert(key, text);
     return text;
 }
 
 WhatChangedView::WhatChangedView(AppShell& shell)
-    : QWidget(nullptr, Qt::Window), shell_(shell), model_(new ReportModel(this)), tree_(new QTreeView),
-      summary_(new QLabel), asRead_(new QPlainTextEdit), asWritten_(new QPlainTextEdit) {
+    : QWidget(nullptr, Qt::Window),
+      shell_(shell),
+      model_(new ReportModel(this)),
+      tree_(new QTreeView),
+      summary_(new QLabel),
+      asRead_(new QPlainTextEdit),
+      asWritten_(new QPlainTextEdit) {
     setObjectName("WhatChangedWindow");
     setWindowTitle(QStringLiteral("What Changed"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -201,8 +207,8 @@ void WhatChangedView::Selected(const QModelIndex& index) {
     auto own = written.From(uint32_t(row));
     const bool ownLine = own != written.lines.end() && own->row == uint32_t(row) && own->offset >= begin;
     if (const int32_t lineWritten = model_->lineWritten(*e); ownLine && lineWritten > 0)
-        line = lineWritten -
-               int(std::count(list.begin() + ptrdiff_t(begin), list.begin() + ptrdiff_t(own->offset), '\r'));
+        line =
+            lineWritten - int(std::count(list.begin() + ptrdiff_t(begin), list.begin() + ptrdiff_t(own->offset), '\r'));
     int shown = 0;
     for (size_t p = begin; p < end && shown < kMostLines; ++shown) {
         size_t cr = list.find('\r', p);
