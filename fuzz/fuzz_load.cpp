@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string bytes(reinterpret_cast<const char*>(data) + skip, size - skip);
 
     ConvertOptions o;
-    o.fps = (rateByte % 3 == 0) ? 24 : (rateByte % 3 == 1) ? 25 : 30;
+    o.fps = FrameRate::All()[rateByte % FrameRate::All().size()];
     o.mirror = options & 1;
     o.keys = options & 2;
     o.audio = options & 4;

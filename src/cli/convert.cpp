@@ -36,7 +36,7 @@ struct Options {
     std::string fps;
     std::optional<std::string> output;
     ConvertOptions convert;
-    std::string wipeNames = "smpte";
+    std::vector<std::string> choices;   // the name given for each choice option of kOptions, in order
     std::optional<std::string> report;  // the report's file, "-" for standard output
     std::string reportFormat = "text";
     bool dryRun = false;
@@ -48,35 +48,105 @@ const std::string kSaveError = "Unknown Error while saving the File. Please try 
 // The system's reason, behind the window's own words: "... (Permission denied)".
 std::string WithCause(const std::string& text, int error) { return text + " (" + ErrorCause(error) + ")"; }
 
+// The options of the list come from the options table; the converter's own stand here.
 void Configure(CLI::App& app, Options& o) {
-    ConvertOptions& c = o.convert;
-    app.description("Converts edit decision lists (CMX 3600 or GVG) as the Vornelt window would save them.");
-    app.add_option("INPUT", o.inputs, "The list(s) to convert")->required();
-    app.add_option("--fps", o.fps, "Frame rate of the list")->required()->check(CLI::IsMember({"24", "25", "30"}));
-    app.add_option("-o,--output", o.output,
-                   "Output file (default: the suggested name beside INPUT), '-' for standard output; "
-                   "with several INPUTs a folder");
-    app.add_flag("--mirror,!--no-mirror", c.mirror, "Mirror the list onto one rendered master movie [on]");
-    app.add_flag("--keys,!--no-keys", c.keys, "Keep the key track V2 [on]");
-    app.add_flag("--audio,!--no-audio", c.audio, "Keep the audio events [on]");
-    app.add_flag("--remove-freeze-frames,!--keep-freeze-frames", c.removeFreezeFrames, "Remove freeze frames [remove]");
-    app.add_flag("--remove-speed-changes,!--keep-speed-changes", c.removeSpeedChanges, "Remove speed changes [remove]");
-    app.add_flag("--wipes-to-dissolves,!--keep-wipes", c.wipesToDissolves, "Turn wipes into dissolves [on]");
-    app.add_flag("--keys-to-dissolves,!--keep-keys", c.keysToDissolves, "Turn keys into dissolves [off]");
-    app.add_flag("--comments,!--no-comments", c.comments, "Generate new comment lines [on]");
-    app.add_option("--wipe-names", o.wipeNames, "Wipe names in the comment lines [smpte]")
-        ->check(CLI::IsMember({"fcp", "smpte"}));
-    app.add_option("--title", c.title, "Sequence title (folded to capitals)");
-    app.add_option("--movie", c.movie, "Name of the rendered movie for the comment lines");
-    app.add_option("--reel", c.reel, "Reel name of the mirror list: letters and digits, at most 8 (6 for GVG)");
-    app.add_option("--report", o.report,
-                   "Write what changed and what the check found to FILE, '-' for standard output");
-    app.add_option("--report-format", o.reportFormat, "Form of the report [text]")
-        ->check(CLI::IsMember({"text", "json"}));
-    app.add_flag("--dry-run", o.dryRun, "Read and report; write no list");
-    app.add_option("-j,--jobs", o.jobs, "Lists converted at once [the number of cores]")->check(CLI::Range(1u, 256u));
-    app.add_flag("-q,--quiet", o.quiet, "No status line while several lists are converted");
+    app.set_help_flag("-h,--help");
+    app.add_option("INPUT", o.inputs)->required();
+    app.add_option("--fps", o.fps)->required();
+    app.add_option("-o,--output", o.output);
+    o.choices.clear();
+    for (const Option& option : kOptions) {
+        const std::string flag = "--" + std::string(option.name);
+        switch (option.kind) {
+            case Option::Kind::Switch:
+                app.add_flag(flag + ",!--" + std::string(option.offName), o.convert.*option.flag);
+                break;
+            case Option::Kind::Choice: {
+                o.choices.emplace_back(option.choices[size_t(option.defaultChoice)]);
+                std::vector<std::string> names(option.choices.begin(), option.choices.end());
+                app.add_option(flag, o.choices.back())->check(CLI::IsMember(names));
+                break;
+            }
+            case Option::Kind::Text: app.add_option(flag, o.convert.*option.text); break;
+        }
+    }
+    app.add_option("--report", o.report);
+    app.add_option("--report-format", o.reportFormat)->check(CLI::IsMember({"text", "json"}));
+    app.add_flag("--dry-run", o.dryRun);
+    app.add_option("-j,--jobs", o.jobs)->check(CLI::Range(1u, 256u));
+    app.add_flag("-q,--quiet", o.quiet);
     app.set_version_flag("--version", std::string("vornelt-convert ") + VORNELT_VERSION_STRING);
+}
+
+// The choices given, into the options.
+void ApplyChoices(Options& o) {
+    size_t k = 0;
+    for (const Option& option : kOptions) {
+        if (option.kind != Option::Kind::Choice) continue;
+        const auto at = std::find(option.choices.begin(), option.choices.end(), o.choices[k++]);
+        option.setChoice(o.convert, int(at - option.choices.begin()));
+    }
+}
+
+// --help: the converter's own options, then those of the list with their defaults.
+std::string Help() {
+    using Rows = std::vector<std::pair<std::string, std::string>>;
+    const Rows rows = {
+        {"--fps RATE", "frame rate of the list: " + FrameRate::Names() + " (lists do not say)"},
+        {"-o, --output OUTPUT", "the file, '-' for standard output, or a folder (several inputs)"},
+        {"", "[default: beside each input, under its suggested name]"},
+    };
+    Rows listRows;
+    for (const Option& option : kOptions) {
+        const std::string flag = "--" + std::string(option.name);
+        switch (option.kind) {
+            case Option::Kind::Switch:
+                listRows.push_back({flag + " | --" + std::string(option.offName),
+                                    std::string(option.help) + (option.on ? " [on]" : " [off]")});
+                break;
+            case Option::Kind::Choice: {
+                std::string names;
+                for (const std::string_view name : option.choices)
+                    names += (names.empty() ? "" : ",") + std::string(name);
+                listRows.push_back(
+                    {flag + " {" + names + "}", std::string(option.help) + " [" +
+                                                    std::string(option.choices[size_t(option.defaultChoice)]) + "]"});
+                break;
+            }
+            case Option::Kind::Text:
+                listRows.push_back({flag + " " + std::string(option.metavar), std::string(option.help)});
+                break;
+        }
+    }
+    const Rows runRows = {
+        {"--report FILE", "what changed and what the check found, '-' for standard output"},
+        {"--report-format {text,json}", "the report's form; JSON as docs/report-schema.md tells [text]"},
+        {"--dry-run", "read and report; write no list"},
+        {"-j, --jobs N", "lists converted at once [the number of cores]"},
+        {"-q, --quiet", "no status line while several lists are converted"},
+        {"-h, --help", "this help"},
+        {"--version", "the version"},
+    };
+    // A flag longer than the column stands on a line of its own, its text below it.
+    constexpr size_t kColumn = 24;
+    std::string out =
+        "Usage: vornelt-convert INPUT... --fps RATE [-o OUTPUT] [options]\n"
+        "Converts edit decision lists (CMX 3600 or GVG) as the Vornelt window would save them.\n";
+    auto section = [&](const char* title, const Rows& table) {
+        out.append("\n").append(title).append("\n");
+        for (const auto& [left, right] : table) {
+            out.append("  ").append(left);
+            if (left.size() + 3 > kColumn)
+                out.append("\n").append(kColumn, ' ');
+            else
+                out.append(kColumn - 2 - left.size(), ' ');
+            out.append(right).append("\n");
+        }
+    };
+    section("Where the lists go:", rows);
+    section("The new list (as in the window):", listRows);
+    section("The run:", runRows);
+    return out;
 }
 
 // Where one input goes.
@@ -135,15 +205,17 @@ Outcome ConvertList(const Options& o, const Target& target) {
         r.status = 1;
         return r;
     }
-    ConvertResult result = Convert(std::move(bytes), o.convert, FolderItem(input).Name());
-    if (!result.ok()) {
-        r.messages = "vornelt-convert: " + input + ": " + result.error + "\n";
-        r.status = result.status == ConvertStatus::BadOptions ? 2 : 1;
+    ErrorStatus error;
+    ConvertResult result = Convert(std::move(bytes), o.convert, FolderItem(input).Name(), &error);
+    if (!error.ok()) {
+        r.messages = "vornelt-convert: " + input + ": " + error.details + "\n";
+        r.status = error.outcome == ErrorStatus::Outcome::BadOption ? 2 : 1;
         return r;
     }
-    if (o.convert.reel && IsReservedReel(*o.convert.reel))
-        r.messages =
-            "vornelt-convert: note: " + Uppercase(*o.convert.reel) + " is a reserved reel name; it is used as given\n";
+    // What the window would have asked or told on the way (a reserved reel name): the
+    // converter goes on as the first answer does.
+    for (const std::string& message : result.messages)
+        r.messages += "vornelt-convert: " + input + ": note: " + message + " (used as given)\n";
     if (o.report) r.report = std::move(result.report);
     if (o.dryRun) return r;
     r.bytes = std::move(result.bytes);
@@ -434,7 +506,7 @@ int ConvertMain(int argc, const char* const* argv, std::ostream& out, std::ostre
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForHelp&) {
-        out << app.help() << std::flush;
+        out << Help() << std::flush;
         if (!out) {
             err << "vornelt-convert: cannot write to standard output\n";
             return 1;
@@ -444,11 +516,17 @@ int ConvertMain(int argc, const char* const* argv, std::ostream& out, std::ostre
         out << "vornelt-convert " << VORNELT_VERSION_STRING << "\n" << std::flush;
         return out ? 0 : 1;
     } catch (const CLI::ParseError& e) {
-        err << "vornelt-convert: " << ParseErrorText(e, app.remaining()) << "\n\n" << app.help();
+        err << "vornelt-convert: " << ParseErrorText(e, app.remaining()) << "\n\n" << Help();
         return 2;
     }
-    o.convert.fps = std::stoi(o.fps);
-    o.convert.wipeNames = o.wipeNames == "fcp" ? WipeNames::FinalCutPro : WipeNames::Smpte;
+    ErrorStatus problem;
+    const std::optional<FrameRate> rate = FrameRate::Parse(o.fps, &problem);
+    if (!rate) {
+        err << "vornelt-convert: " << problem.details << "\n";
+        return 2;
+    }
+    o.convert.fps = *rate;
+    ApplyChoices(o);
     o.convert.report = o.report.has_value();
     if (o.report && *o.report == "-" && o.output && *o.output == "-" && !o.dryRun) {
         err << "vornelt-convert: --report -: standard output holds the list (-o -); name a file, or add --dry-run\n";
@@ -456,8 +534,8 @@ int ConvertMain(int argc, const char* const* argv, std::ostream& out, std::ostre
     }
 
     // The options are checked before any input is read.
-    if (const std::string problem = CheckOptions(o.convert); !problem.empty()) {
-        err << "vornelt-convert: " << problem << "\n";
+    if (!CheckOptions(o.convert, &problem)) {
+        err << "vornelt-convert: " << problem.details << "\n";
         return 2;
     }
 

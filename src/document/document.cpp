@@ -107,7 +107,9 @@ void ResetGlobalVariables_NEU(Document& m, const MainWindowState& w) {
     m.boolGenerateNewComments = w.Chb_ComntGenerateNew.Value;
 
     // 4. The scalars of the list.
-    m.frameRate = 0.0;
+    // No rate is unknown: the rate goes back to the first answer until the load copies the
+    // answer given.
+    m.frameRate = FrameRate();
     m.dropFrame = false;
     m.maxZeilen = 0;
     m.finalCMXString = std::make_shared<const std::string>();

@@ -20,6 +20,7 @@
 #include "platform/folder_item.hpp"
 #include "text/number_column.hpp"
 #include "text/text_column.hpp"
+#include "vornelt/frame_rate.hpp"
 
 namespace vornelt {
 
@@ -125,11 +126,11 @@ struct ListValues {
     std::shared_ptr<std::string> renderSpare;
     LastRendering lastRendering;
     int32_t maxZeilen = 0;
-    double frameRate = 0.0;
+    FrameRate frameRate;  // the rate of the list, copied from the question's answer by the load
     bool dropFrame = false;
-    double frameRateTmp = 0.0;
+    FrameRate frameRateTmp;  // the frame-rate question's answer
     bool dropFrameTmp = false;
-    double prefDefaultFrameRate = 0.0;
+    FrameRate prefDefaultFrameRate;  // the row the question opens on
     bool IsGrassValley = false;
     std::string edlFormat;
     int32_t indexStart = -1;

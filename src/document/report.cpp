@@ -1,7 +1,6 @@
 #include "document/report.hpp"
 
 #include "document/document.hpp"
-#include "document/timecode.hpp"
 #include "text/text.hpp"
 
 #include <algorithm>
@@ -9,38 +8,6 @@
 namespace vornelt {
 
 namespace {
-
-struct KindInfo {
-    std::string_view name;
-    std::string_view heading;
-    Severity severity;
-};
-
-constexpr KindInfo kKinds[kChangeKinds] = {
-    {"key-out-point", "Key events given an out point", Severity::Change},
-    {"clip-chain", "Clip chains given a reel name", Severity::Change},
-    {"freeze-frame-removed", "Freeze frames removed", Severity::Change},
-    {"speed-change-removed", "Speed changes removed", Severity::Change},
-    {"audio-left-out", "Audio left out", Severity::Change},
-    {"key-track-left-out", "Key track left out", Severity::Change},
-    {"wipe-to-dissolve", "Wipes made dissolves", Severity::Change},
-    {"key-to-dissolve", "Keys made dissolves", Severity::Change},
-    {"reel-renamed", "Reels renamed in the mirror list", Severity::Change},
-    {"title-applied", "Title", Severity::Change},
-    {"movie-applied", "Rendered movie", Severity::Change},
-    {"master-reel-applied", "Master reel", Severity::Change},
-    {"impossible-timecode", "Timecodes that cannot exist at this frame rate", Severity::Warning},
-    {"drop-frame-at-rate", "Drop frame list at 24 or 25 fps", Severity::Warning},
-    {"record-backwards", "Record times that run backwards", Severity::Warning},
-    {"record-overlap", "Record times that overlap on one track", Severity::Warning},
-    {"source-out-before-in", "Source out before source in", Severity::Warning},
-    {"unknown-line", "Lines Vornelt does not know", Severity::Warning},
-    {"not-mac-roman", "Characters saved as \"?\"", Severity::Warning},
-    {"reel-too-long", "Reel names too long for the list", Severity::Warning},
-    {"looks-like-utf8", "File looks like UTF-8", Severity::Warning},
-    {"looks-like-utf16", "File looks like UTF-16", Severity::Warning},
-    {"comment-before-first-event", "Comment lines ahead of the first event", Severity::Warning},
-};
 
 // A clip chain's rows stand in chainRows from the item's start up to a -1.
 int32_t ChainLength(const ChangeItem& item, const Document& m) {
@@ -59,10 +26,7 @@ std::string ChainSource(const ChangeItem& item, const Document& m) {
         if (row < m.copySourceInFrame.size()) in = std::min(in, m.copySourceInFrame[row]);
         if (row < m.copySourceOutFrame.size()) out = std::max(out, m.copySourceOutFrame[row]);
     }
-    std::string (*toTimecode)(int32_t) = m.frameRate == 24.0   ? Frames24_to_TC
-                                         : m.frameRate == 30.0 ? Frames30NonDrop_to_TC
-                                                               : Frames25_to_TC;
-    return toTimecode(in) + " to " + toTimecode(out);
+    return m.frameRate.Timecode(in) + " to " + m.frameRate.Timecode(out);
 }
 
 // The chain's event numbers, or its lines.
@@ -84,16 +48,23 @@ std::string Quoted(std::string_view s) {
     return quoted.append(1, '"').append(s).append(1, '"');
 }
 
-}  // namespace
+// A list that says drop frame, read at a rate that counts none.
+std::string DropFrameText(const ChangeItem& item, FrameRate rate) {
+    std::string text = "The list says " + Quoted(item.before) + ", but was read at " + std::string(rate.Name()) +
+                       " fps non-drop frame: the new list says NON-DROP FRAME, and an online system reads its "
+                       "timecodes as non-drop frame, up to 3.6 seconds per hour away from the cut.";
+    std::string dropRates;
+    for (const FrameRate r : FrameRate::All())
+        if (r.DropFrame()) dropRates += std::string(dropRates.empty() ? "" : " or ") + std::string(r.Title());
+    return text + (dropRates.empty() ? " Vornelt reads no drop-frame rate."
+                                     : " Read it at " + dropRates + " to keep it drop frame.");
+}
 
-std::string_view KindName(ChangeKind kind) { return kKinds[size_t(kind)].name; }
-std::string_view KindHeading(ChangeKind kind) { return kKinds[size_t(kind)].heading; }
-Severity KindSeverity(ChangeKind kind) { return kKinds[size_t(kind)].severity; }
-std::string_view SeverityName(Severity severity) { return severity == Severity::Change ? "change" : "warning"; }
+}  // namespace
 
 std::string ItemText(const ChangeItem& item, const Document& m) {
     const std::string event = "Event " + std::to_string(item.event);
-    const std::string fps = std::to_string(int(m.frameRate)) + " fps";
+    const std::string fps = std::string(m.frameRate.Name()) + " fps";
     switch (item.kind) {
         case ChangeKind::KeyOutPoint:
             return event + ": key of length zero given the length of the line before, record out " + item.before +
@@ -122,9 +93,7 @@ std::string ItemText(const ChangeItem& item, const Document& m) {
         case ChangeKind::ImpossibleTimecode:
             return event + ": timecode " + item.before + " cannot exist at " + fps + " (" + item.after +
                    "): was the frame rate answered right?";
-        case ChangeKind::DropFrameAtRate:
-            return "The list says " + Quoted(item.before) + ", but was read at " + fps +
-                   ": drop frame exists only at 30 fps. Was the frame rate answered right?";
+        case ChangeKind::DropFrameAtRate: return DropFrameText(item, m.frameRate);
         case ChangeKind::RecordBackwards:
             return event + ": record out " + item.after + " stands before record in " + item.before;
         case ChangeKind::RecordOverlap:

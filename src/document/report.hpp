@@ -12,40 +12,9 @@
 #include <string_view>
 #include <vector>
 
+#include "vornelt/report_kinds.hpp"
+
 namespace vornelt {
-
-enum class ChangeKind : uint8_t {
-    // Repairs at load.
-    KeyOutPoint,
-    ClipChain,
-    // Removals and changes under the options.
-    FreezeFrameRemoved,
-    SpeedChangeRemoved,
-    AudioLeftOut,
-    KeyTrackLeftOut,
-    WipeToDissolve,
-    KeyToDissolve,
-    ReelRenamed,
-    TitleApplied,
-    MovieApplied,
-    MasterReelApplied,
-    // The check of the list as read.
-    ImpossibleTimecode,
-    DropFrameAtRate,
-    RecordBackwards,
-    RecordOverlap,
-    SourceOutBeforeIn,
-    UnknownLine,
-    NotMacRoman,
-    ReelTooLong,
-    LooksLikeUtf8,
-    LooksLikeUtf16,
-    // The check of the new list.
-    CommentBeforeFirstEvent,
-};
-inline constexpr size_t kChangeKinds = size_t(ChangeKind::CommentBeforeFirstEvent) + 1;
-
-enum class Severity : uint8_t { Change, Warning };
 
 // The routines that record, one section each.
 enum class ReportSection : uint8_t { Load, Audio, Keys, KeysToDissolve, Wipes, Writer, Count };
@@ -81,13 +50,6 @@ struct Report {
         renamedReels.clear();
     }
 };
-
-// Stable names for files ("key-out-point"), headings for people ("Key events given an out
-// point") and the severity of each kind.
-std::string_view KindName(ChangeKind kind);
-std::string_view KindHeading(ChangeKind kind);
-Severity KindSeverity(ChangeKind kind);
-std::string_view SeverityName(Severity severity);
 
 struct Document;
 

@@ -1,6 +1,7 @@
 #pragma once
-// Timecode HH:MM:SS:FF and frame numbers at 24, 25 and 30 frames per second. There is no
-// drop-frame arithmetic: a timecode is plain hours, minutes, seconds and frames.
+// Timecode HH:MM:SS:FF and frame numbers at 24, 25 and 30 frames per second, under the names
+// the conversions have always had. Every other count goes through the list's FrameRate
+// (vornelt/frame_rate.hpp), which these call.
 
 #include <cstdint>
 #include <string>

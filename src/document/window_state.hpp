@@ -86,27 +86,33 @@ struct MainWindowState {
     Label ST_FrameRate;
     Label ST_FCM;
 
-    CheckBox Chb_Mirror{{false, true}, true};
+    CheckBox Chb_Mirror{{false, true}};  // an option: its value from the options table
     CheckBox Chb_FixKeyDuration{{false, true}, true};
     CheckBox Chb_V1{{false, true}, true};
-    CheckBox Chb_V2{{false, true}, true};
-    CheckBox Chb_A1234{{false, true}, true};
+    CheckBox Chb_V2{{false, true}};     // an option: its value from the options table
+    CheckBox Chb_A1234{{false, true}};  // an option: its value from the options table
     CheckBox Chb_A1{{false, true}, true};
     CheckBox Chb_A2{{false, true}, true};
     CheckBox Chb_A3{{false, true}, true};
     CheckBox Chb_A4{{false, true}, true};
-    CheckBox Chb_RemoveFreezeFrame{{false, true}, true};
-    CheckBox Chb_RemoveSpeedChanges{{false, true}, true};
-    CheckBox Chb_TransToDissolve{{false, true}, true};
-    CheckBox Chb_KeyToDissolve{{false, true}, false};
-    CheckBox Chb_ComntGenerateNew{{false, true}, true};
-    PopupMenu PopupTransition{{false, true}, 1};
+    CheckBox Chb_RemoveFreezeFrame{{false, true}};   // an option: its value from the options table
+    CheckBox Chb_RemoveSpeedChanges{{false, true}};  // an option: its value from the options table
+    CheckBox Chb_TransToDissolve{{false, true}};     // an option: its value from the options table
+    CheckBox Chb_KeyToDissolve{{false, true}};       // an option: its value from the options table
+    CheckBox Chb_ComntGenerateNew{{false, true}};    // an option: its value from the options table
+    PopupMenu PopupTransition{{false, true}};        // an option: its row from the options table
     CheckBox Chb_ComntTransition{{false, false}, false};
     CheckBox Chb_ComntClipNames{{false, false}, false};
     CheckBox Chb_ComntOther{{false, false}, false};
 
+    // Every control at its first value; those of the options at the options' defaults.
     MainWindowState();
 };
+
+// A control by its name ("Chb_Mirror"); null when the window has no such control of that kind.
+CheckBox* CheckBoxNamed(MainWindowState& w, std::string_view name);
+EntryField* EntryFieldNamed(MainWindowState& w, std::string_view name);
+PopupMenu* PopupNamed(MainWindowState& w, std::string_view name);
 
 struct ProgressBar {
     int32_t Maximum = 100;

@@ -1,6 +1,5 @@
 // CheckBSpurClipLenghts: the key line of a Final Cut Pro key event comes with Src-IN equal
 // to Src-OUT and Rec-IN equal to Rec-OUT; it takes the length of the line before it.
-#include "document/timecode.hpp"
 #include "passes/passes.hpp"
 #include "passes/rows.hpp"
 #include "platform/platform.hpp"
@@ -41,18 +40,8 @@ void CheckBSpurClipLenghts(Document& m, Platform& platform) {
         m.copySourceOutFrame.set(i, AddFrames(m.copySourceInFrame[i], d));
         m.copyRecOutFrame.set(i, AddFrames(m.copyRecInFrame[i], d));
 
-        std::string (*toTimecode)(int32_t) = nullptr;
-        if (m.frameRate == 24.0)
-            toTimecode = Frames24_to_TC;
-        else if (m.frameRate == 25.0)
-            toTimecode = Frames25_to_TC;
-        else if (m.frameRate == 30.0)
-            toTimecode = Frames30NonDrop_to_TC;
-        // At any other rate the texts stay as read, though the frame numbers have moved.
-        if (toTimecode) {
-            m.copySourceOutTC.set(i, toTimecode(m.copySourceOutFrame[i]));
-            m.copyRecOutTC.set(i, toTimecode(m.copyRecOutFrame[i]));
-        }
+        m.copySourceOutTC.set(i, m.frameRate.Timecode(m.copySourceOutFrame[i]));
+        m.copyRecOutTC.set(i, m.frameRate.Timecode(m.copyRecOutFrame[i]));
         if (m.report.recording)
             report.push_back({ChangeKind::KeyOutPoint, int32_t(i), m.copyEventNumberInt[i], d,
                               std::string(m.readOrigRecOutTC.Get(int64_t(i))),

@@ -62,8 +62,8 @@ py::list ReportItems(const ConvertReport& report) {
     py::list items;
     for (const ReportItem& item : report.items) {
         py::dict d;
-        d["kind"] = item.kind;
-        d["severity"] = item.severity;
+        d["kind"] = std::string(KindName(item.kind));
+        d["severity"] = std::string(SeverityName(item.severity));
         d["event"] = item.event >= 0 ? py::object(py::int_(item.event)) : py::object(py::none());
         d["line_read"] = item.lineRead > 0 ? py::object(py::int_(item.lineRead)) : py::object(py::none());
         d["line_written"] = item.lineWritten > 0 ? py::object(py::int_(item.lineWritten)) : py::object(py::none());
@@ -74,31 +74,111 @@ py::list ReportItems(const ConvertReport& report) {
     return items;
 }
 
-ConvertOptions Options(int fps, bool mirror, bool keys, bool audio, bool removeFreezeFrames, bool removeSpeedChanges,
-                       bool wipesToDissolves, bool keysToDissolves, bool comments, const std::string& wipeNames,
-                       std::optional<std::string> title, std::optional<std::string> movie,
-                       std::optional<std::string> reel) {
+// A Python value's type, for a message: "NoneType".
+std::string TypeName(const py::handle& value) { return py::str(py::type::handle_of(value).attr("__name__")); }
+
+// Python's fps: a number (25) or a rate's name ("25").
+FrameRate RateOf(const py::handle& fps) {
+    ErrorStatus error;
+    std::optional<FrameRate> rate;
+    if (PyBool_Check(fps.ptr())) {
+        throw py::type_error("fps: a number or a rate's name, not bool");
+    } else if (PyLong_Check(fps.ptr()) || PyFloat_Check(fps.ptr())) {
+        const double value = fps.cast<double>();
+        rate = FrameRate::OfValue(value);
+        if (!rate) FrameRate::Parse(py::str(fps).cast<std::string>(), &error);
+    } else if (PyUnicode_Check(fps.ptr())) {
+        rate = FrameRate::Parse(fps.cast<std::string>(), &error);
+    } else {
+        throw py::type_error("fps: a number or a rate's name, not " + TypeName(fps));
+    }
+    if (!rate) throw py::value_error(error.details);
+    return *rate;
+}
+
+// The options from Python's keywords, named as in kOptions with "_" for "-". `name` takes the
+// keyword of that name where the function has one.
+ConvertOptions OptionsOf(const py::handle& fps, const py::kwargs& keywords, const char* function, std::string* name) {
     ConvertOptions o;
-    o.fps = fps;
-    o.mirror = mirror;
-    o.keys = keys;
-    o.audio = audio;
-    o.removeFreezeFrames = removeFreezeFrames;
-    o.removeSpeedChanges = removeSpeedChanges;
-    o.wipesToDissolves = wipesToDissolves;
-    o.keysToDissolves = keysToDissolves;
-    o.comments = comments;
-    if (wipeNames == "fcp")
-        o.wipeNames = WipeNames::FinalCutPro;
-    else if (wipeNames == "smpte")
-        o.wipeNames = WipeNames::Smpte;
-    else
-        throw py::value_error("wipe_names: \"fcp\" or \"smpte\"");
-    o.title = std::move(title);
-    o.movie = std::move(movie);
-    o.reel = std::move(reel);
-    if (const std::string problem = CheckOptions(o); !problem.empty()) throw py::value_error(problem);
+    o.fps = RateOf(fps);
+    for (const auto& [key, value] : keywords) {
+        const std::string keyword = py::str(key);
+        if (name && keyword == "name") {
+            if (!PyUnicode_Check(value.ptr())) throw py::type_error("name: a str, not " + TypeName(value));
+            *name = value.cast<std::string>();
+            continue;
+        }
+        const Option* option = nullptr;
+        for (const Option& candidate : kOptions)
+            if (KeywordOf(candidate) == keyword) option = &candidate;
+        if (!option)
+            throw py::type_error(std::string(function) + "() got an unexpected keyword argument '" + keyword + "'");
+        switch (option->kind) {
+            case Option::Kind::Switch:
+                if (!PyBool_Check(value.ptr()))
+                    throw py::type_error(keyword + ": True or False, not " + TypeName(value));
+                o.*option->flag = value.ptr() == Py_True;
+                break;
+            case Option::Kind::Choice: {
+                if (!PyUnicode_Check(value.ptr())) throw py::type_error(keyword + ": a str, not " + TypeName(value));
+                const std::string given = value.cast<std::string>();
+                const auto at = std::find(option->choices.begin(), option->choices.end(), given);
+                if (at == option->choices.end()) {
+                    std::string names;
+                    for (const std::string_view c : option->choices)
+                        names += (names.empty() ? "\"" : " or \"") + std::string(c) + "\"";
+                    throw py::value_error(keyword + " \"" + given + "\": " + names);
+                }
+                option->setChoice(o, int(at - option->choices.begin()));
+                break;
+            }
+            case Option::Kind::Text:
+                if (value.is_none()) {
+                    (o.*option->text).reset();
+                } else if (PyUnicode_Check(value.ptr())) {
+                    o.*option->text = value.cast<std::string>();
+                } else {
+                    throw py::type_error(keyword + ": a str or None, not " + TypeName(value));
+                }
+                break;
+        }
+    }
+    ErrorStatus error;
+    if (!CheckOptions(o, &error)) throw py::value_error(error.details);
     return o;
+}
+
+// The keywords of the options in a signature: "mirror=True, ..., reel=None".
+std::string KeywordSignature() {
+    std::string out;
+    for (const Option& option : kOptions) {
+        out += ", " + KeywordOf(option) + "=";
+        switch (option.kind) {
+            case Option::Kind::Switch: out += option.on ? "True" : "False"; break;
+            case Option::Kind::Choice:
+                out += "'" + std::string(option.choices[size_t(option.defaultChoice)]) + "'";
+                break;
+            case Option::Kind::Text: out += "None"; break;
+        }
+    }
+    return out;
+}
+
+// One line for each option, as help() shows it.
+std::string KeywordHelp() {
+    std::string out;
+    for (const Option& option : kOptions) {
+        out += KeywordOf(option) + ": " + std::string(option.help);
+        if (option.kind == Option::Kind::Choice) {
+            std::string names;
+            for (const std::string_view c : option.choices)
+                names += (names.empty() ? "\"" : " or \"") + std::string(c) + "\"";
+            out += ", " + names;
+        }
+        if (option.kind == Option::Kind::Text) out += "; None keeps the window's own";
+        out += ".\n";
+    }
+    return out;
 }
 
 [[noreturn]] void RaiseOSError(int error, const std::string& path) {
@@ -149,12 +229,13 @@ std::string ReadList(const py::object& data, std::string& name) {
     return bytes;
 }
 
-Result Finish(ConvertResult&& r) {
-    if (r.status == ConvertStatus::BadOptions) throw py::value_error(r.error);
-    if (!r.ok()) throw std::runtime_error(r.error);
+Result Finish(ConvertResult&& r, const ErrorStatus& error) {
+    if (error.outcome == ErrorStatus::Outcome::BadOption) throw py::value_error(error.details);
+    if (error.outcome == ErrorStatus::Outcome::NoMemory) throw std::bad_alloc();
+    if (!error.ok()) throw std::runtime_error(error.details);
     Result result;
     result.bytes = std::move(r.bytes);
-    result.form = r.form == ListForm::GVG ? "GVG" : "CMX";
+    result.form = FormName(r.form);
     result.messages = std::move(r.messages);
     result.raw = std::make_shared<const ConvertReport>(std::move(r.report));
     return result;
@@ -164,17 +245,18 @@ Result Finish(ConvertResult&& r) {
 // handed to the library as they stand in Python's memory: the one copy is the library's own.
 Result Run(const py::object& data, const ConvertOptions& o, std::string name) {
     ConvertResult r;
+    ErrorStatus error;
     if (IsBytesLike(data)) {
         const GivenBytes given(data);
         if (name.empty()) name = "list.edl";
         py::gil_scoped_release unlocked;
-        r = Convert(given.View(), o, name);
+        r = Convert(given.View(), o, name, &error);
     } else {
         std::string bytes = ReadList(data, name);
         py::gil_scoped_release unlocked;
-        r = Convert(std::move(bytes), o, name);
+        r = Convert(std::move(bytes), o, name, &error);
     }
-    return Finish(std::move(r));
+    return Finish(std::move(r), error);
 }
 
 }  // namespace
@@ -206,7 +288,8 @@ PYBIND11_MODULE(vornelt, m) {
                 if (r.counts.is_none()) {
                     py::dict counts;
                     if (r.raw)
-                        for (const ReportCount& c : r.raw->counts) counts[py::str(c.kind)] = c.count;
+                        for (const ReportCount& c : r.raw->counts)
+                            counts[py::str(std::string(KindName(c.kind)))] = c.count;
                     r.counts = counts;
                 }
                 return r.counts;
@@ -217,51 +300,34 @@ PYBIND11_MODULE(vornelt, m) {
             return "<vornelt.Result " + r.form + ", " + std::to_string(r.Saved().size()) + " bytes>";
         });
 
-    auto convert = [](const py::object& data, int fps, bool mirror, bool keys, bool audio, bool removeFreezeFrames,
-                      bool removeSpeedChanges, bool wipesToDissolves, bool keysToDissolves, bool comments,
-                      const std::string& wipeNames, std::optional<std::string> title, std::optional<std::string> movie,
-                      std::optional<std::string> reel, std::string name) {
-        const ConvertOptions o =
-            Options(fps, mirror, keys, audio, removeFreezeFrames, removeSpeedChanges, wipesToDissolves, keysToDissolves,
-                    comments, wipeNames, std::move(title), std::move(movie), std::move(reel));
-        return Run(data, o, std::move(name));
-    };
-    m.def("convert", convert, py::arg("data"), py::arg("fps"), py::kw_only(), py::arg("mirror") = true,
-          py::arg("keys") = true, py::arg("audio") = true, py::arg("remove_freeze_frames") = true,
-          py::arg("remove_speed_changes") = true, py::arg("wipes_to_dissolves") = true,
-          py::arg("keys_to_dissolves") = false, py::arg("comments") = true, py::arg("wipe_names") = "smpte",
-          py::arg("title") = py::none(), py::arg("movie") = py::none(), py::arg("reel") = py::none(),
-          py::arg("name") = "",
-          R"(Converts one list as the Vornelt window would save it.
+    // Signatures are written into the docstrings (with "--" behind them, so that
+    // inspect.signature reads them), from the options table.
+    py::options docs;
+    docs.disable_function_signatures();
+    const std::string rates = FrameRate::Names();
 
-data: the list's bytes (bytes, bytearray, memoryview), or a path (str or os.PathLike) to read.
-fps: the list's frame rate, 24, 25 or 30: lists do not say.
-mirror: the mirror list on one rendered master movie: the source timecodes become the record
-    timecodes, reels the generated clip-chain names (or `reel`).
-keys: keep the key track (V2).
-audio: keep the audio events.
-remove_freeze_frames: leave out the motion lines of speed 0.
-remove_speed_changes: leave out the motion lines of any other speed.
-wipes_to_dissolves: turn wipes into dissolves of the same length.
-keys_to_dissolves: turn keys into dissolves of the same length.
-comments: generate effect and clip-name comment lines for every event.
-wipe_names: the table that names wipes in the comments, "smpte" or "fcp" (Final Cut Pro).
-title: the sequence title (in capitals); None keeps the list's own title.
-movie: the rendered movie named in the comment lines.
-reel: the master reel of the mirror list: letters and digits, at most 8 (6 for a GVG list).
-name: the list's file name, as the window shows it; a path's own name when a path is given.
+    m.def(
+        "convert",
+        [](const py::object& data, const py::object& fps, const py::kwargs& keywords) {
+            std::string name;
+            const ConvertOptions o = OptionsOf(fps, keywords, "convert", &name);
+            return Run(data, o, std::move(name));
+        },
+        py::arg("data"), py::arg("fps"),
+        ("convert(data, fps, *" + KeywordSignature() + ", name='')\n--\n\n" +
+         "Converts one list as the Vornelt window would save it.\n\n"
+         "data: the list's bytes (bytes, bytearray, memoryview), or a path (str or os.PathLike) to read.\n"
+         "fps: the list's frame rate, " +
+         rates + " (a number, or its name as a str): lists do not say.\n" + KeywordHelp() +
+         "name: the list's file name, as the window shows it; a path's own name when a path is given.\n\n"
+         "Returns a Result. Raises ValueError for options the list cannot take, TypeError for a value of the\n"
+         "wrong type, OSError (with errno) for a file that cannot be read. The list is converted without the\n"
+         "global interpreter lock, so threads convert in parallel.")
+            .c_str());
 
-Returns a Result. Raises ValueError for options the list cannot take, OSError (with errno)
-for a file that cannot be read. The list is converted without the global interpreter lock,
-so threads convert in parallel.)");
-
-    auto convertFile = [](const py::object& src, const py::object& dst, int fps, bool mirror, bool keys, bool audio,
-                          bool removeFreezeFrames, bool removeSpeedChanges, bool wipesToDissolves, bool keysToDissolves,
-                          bool comments, const std::string& wipeNames, std::optional<std::string> title,
-                          std::optional<std::string> movie, std::optional<std::string> reel) {
-        const ConvertOptions o =
-            Options(fps, mirror, keys, audio, removeFreezeFrames, removeSpeedChanges, wipesToDissolves, keysToDissolves,
-                    comments, wipeNames, std::move(title), std::move(movie), std::move(reel));
+    auto convertFile = [](const py::object& src, const py::object& dst, const py::object& fps,
+                          const py::kwargs& keywords) {
+        const ConvertOptions o = OptionsOf(fps, keywords, "convert_file", nullptr);
         const py::object fspath = py::module_::import("os").attr("fspath");
         const std::string source = py::str(fspath(src)).cast<std::string>();
         Result result = Run(src, o, "");
@@ -292,17 +358,13 @@ so threads convert in parallel.)");
         return result;
     };
     m.def("convert_file", convertFile, py::arg("src"), py::arg("dst") = py::none(), py::kw_only(), py::arg("fps"),
-          py::arg("mirror") = true, py::arg("keys") = true, py::arg("audio") = true,
-          py::arg("remove_freeze_frames") = true, py::arg("remove_speed_changes") = true,
-          py::arg("wipes_to_dissolves") = true, py::arg("keys_to_dissolves") = false, py::arg("comments") = true,
-          py::arg("wipe_names") = "smpte", py::arg("title") = py::none(), py::arg("movie") = py::none(),
-          py::arg("reel") = py::none(),
-          R"(Converts the list at `src` and saves it as vornelt-convert does.
-
-dst: None saves beside `src` under the suggested name ("reel1.edl" gives "reel1 VORNELT.edl");
-    an existing folder (or a path ending in "/") saves into it under that name; any other
-    path names the file. A file is replaced only once the new one is written whole.
-The options are those of convert(). Returns the Result, with `path` set to the file written.
-Raises ValueError for bad options and OSError (with errno) when the list cannot be read or
-saved.)");
+          ("convert_file(src, dst=None, *, fps" + KeywordSignature() + ")\n--\n\n" +
+           "Converts the list at `src` and saves it as vornelt-convert does.\n\n"
+           "dst: None saves beside `src` under the suggested name (\"reel1.edl\" gives \"reel1 VORNELT.edl\");\n"
+           "    an existing folder (or a path ending in \"/\") saves into it under that name; any other\n"
+           "    path names the file. A file is replaced only once the new one is written whole.\n"
+           "The options are those of convert(). Returns the Result, with `path` set to the file written.\n"
+           "Raises ValueError for bad options, TypeError for a value of the wrong type, and OSError (with\n"
+           "errno) when the list cannot be read or saved.")
+              .c_str());
 }

@@ -117,14 +117,7 @@ bool ReadEventLine(std::string_view& d, bool ascii, EventFields& f, bool& isGras
     return true;
 }
 
-int32_t FrameAt(double rate, std::string_view tc) {
-    if (tc.empty()) return -1;
-    if (rate == 24.0) return TC_to_Frame24(tc);
-    if (rate == 25.0) return TC_to_Frame25(tc);
-    if (rate == 30.0) return TC_to_Frame30NonDrop(tc);
-    // The frame-rate question offers no other rate; a row still keeps its place.
-    return -1;
-}
+int32_t FrameAt(FrameRate rate, std::string_view tc) { return tc.empty() ? -1 : rate.Frames(tc); }
 
 // What a read touches besides the document.
 struct ReadContext {
@@ -153,7 +146,7 @@ void ReadRows(Document& m, ReadContext& c, RowCheck* check) {
                           &m.readOrigSourceOutFrame, &m.readOrigSourceInFrame, &m.editDurationFrames})
         t->reserve(rows);
 
-    const double rate = m.frameRate;
+    const FrameRate rate = m.frameRate;
     EventFields f;
     for (int32_t i = 0; i <= m.maxZeilen; ++i) {
         const std::string_view line = m.readOrigCompleteLine(size_t(i));

@@ -16,7 +16,8 @@ int Digits2(std::string_view tc, size_t at) {
     return a > 9 || b > 9 ? -1 : int(a * 10 + b);
 }
 
-// A timecode that can exist at `fps` frames per second: the one test made on every timecode.
+// A timecode that can exist at `fps` frames of timecode per second: the one test made on every
+// timecode.
 bool CanExist(std::string_view tc, int fps) {
     if (tc.size() != 11) return false;
     const int minutes = Digits2(tc, 3), seconds = Digits2(tc, 6), frames = Digits2(tc, 9);
@@ -67,8 +68,7 @@ size_t RowCheck::NameHash::operator()(std::string_view name) const noexcept {
     return size_t((word ^ name.size()) * 0x9E3779B97F4A7C15ull >> 16);
 }
 
-RowCheck::RowCheck(Document& m, double frameRate)
-    : m_(m), items_(m.report.Section(ReportSection::Load)), fps_(int(frameRate)) {}
+RowCheck::RowCheck(Document& m, FrameRate rate) : m_(m), items_(m.report.Section(ReportSection::Load)), rate_(rate) {}
 
 void RowCheck::Check(const Line& l) {
     if (!l.ascii) {
@@ -77,7 +77,7 @@ void RowCheck::Check(const Line& l) {
     }
 
     if (l.number.empty()) {
-        if (BeginsCI(l.text, "FCM:") && InStr(l.text, "DROP") > 0 && InStr(l.text, "NON") == 0 && fps_ != 30)
+        if (BeginsCI(l.text, "FCM:") && InStr(l.text, "DROP") > 0 && InStr(l.text, "NON") == 0 && !rate_.DropFrame())
             items_.push_back({ChangeKind::DropFrameAtRate, l.row, -1, 0, std::string(Trim(Mid(l.text, 5))), {}});
         // A GVG list's first line with text is its title: that line leaves again in Finish.
         if (!IsKnownNote(l.text))
@@ -86,9 +86,9 @@ void RowCheck::Check(const Line& l) {
     }
 
     for (const std::string_view code : {l.sourceIn, l.sourceOut, l.recordIn, l.recordOut}) {
-        if (!CanExist(code, fps_)) {
-            items_.push_back(
-                {ChangeKind::ImpossibleTimecode, l.row, l.event, 0, std::string(code), WhyImpossible(code, fps_)});
+        if (!CanExist(code, rate_.TimecodeFps())) {
+            items_.push_back({ChangeKind::ImpossibleTimecode, l.row, l.event, 0, std::string(code),
+                              WhyImpossible(code, rate_.TimecodeFps())});
             break;
         }
     }

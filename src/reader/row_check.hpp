@@ -28,7 +28,7 @@ public:
         int32_t sourceInFrame, sourceOutFrame, recordInFrame, recordOutFrame;
     };
 
-    RowCheck(Document& m, double frameRate);
+    RowCheck(Document& m, FrameRate rate);
     void Check(const Line& line);
     // Once the header is read: the form and the title line are known.
     void Finish();
@@ -47,7 +47,7 @@ private:
 
     Document& m_;
     std::vector<ChangeItem>& items_;
-    int fps_;
+    FrameRate rate_;
     std::vector<TrackEnd> tracks_;
     // The first line of each name longer than the narrower form takes, and those names.
     std::vector<LongReel> longReels_;

@@ -1,6 +1,7 @@
 // The conversion library: a list's bytes through a session of its own, as the window would
 // load, edit and save it.
 #include <new>
+#include <stdexcept>
 
 #include "session/load.hpp"
 #include "session/report.hpp"
@@ -13,6 +14,12 @@
 namespace vornelt {
 
 namespace {
+
+std::string Quoted(std::string_view s) {
+    std::string quoted;
+    quoted.reserve(s.size() + 2);
+    return quoted.append(1, '"').append(s).append(1, '"');
+}
 
 // Shows nothing and keeps the texts of the messages that the window would show; a question
 // is answered with its first button.
@@ -42,67 +49,88 @@ bool HasControlCharacter(std::string_view text) {
 
 // The options go into the window's controls before the load, as a user sets them.
 void SetControls(MainWindowState& w, const ConvertOptions& o) {
-    w.Chb_Mirror.Value = o.mirror;
-    w.Chb_V2.Value = o.keys;
-    w.Chb_A1234.Value = o.audio;
-    w.Chb_RemoveFreezeFrame.Value = o.removeFreezeFrames;
-    w.Chb_RemoveSpeedChanges.Value = o.removeSpeedChanges;
-    w.Chb_TransToDissolve.Value = o.wipesToDissolves;
-    w.Chb_KeyToDissolve.Value = o.keysToDissolves;
-    w.Chb_ComntGenerateNew.Value = o.comments;
-    w.PopupTransition.ListIndex = o.wipeNames == WipeNames::FinalCutPro ? 0 : 1;
+    for (const Option& option : kOptions) {
+        if (option.flag) CheckBoxNamed(w, option.control)->Value = o.*option.flag;
+        if (option.getChoice) PopupNamed(w, option.control)->ListIndex = option.getChoice(o);
+    }
 }
 
-// After the load, the fields in the order title, movie, reel, as the user fills them in.
-// The list is rendered once at the end: every field is read by the writer alone.
+// After the load, the text options go into their fields in the order of the table, as the
+// user fills them in. The list is rendered once at the end: every field is read by the writer
+// alone.
 void FillFields(Session& s, const ConvertOptions& o) {
     MainWindowState& w = s.MainWindow();
     Document& m = s.document;
-    if (o.title) w.EF_SeqTitle.SetText(SanitizeUtf8(*o.title));
-    if (o.movie) {
-        w.EF_RenderedMovie.SetText(SanitizeUtf8(*o.movie));
-        // The typed name replaces one chosen through the dialog, path and all.
-        m.myAbsMovieName = w.EF_RenderedMovie.Text();
-        m.myAbsMoviePfad.clear();
-        m.myAbsMovieFolderItem.reset();
+    for (const Option& option : kOptions) {
+        if (!option.text || !(o.*option.text)) continue;
+        const std::string& value = *(o.*option.text);
+        EntryField& field = *EntryFieldNamed(w, option.control);
+        switch (field.FieldKind()) {
+            case EntryField::Kind::SeqTitle: field.SetText(SanitizeUtf8(value)); break;
+            case EntryField::Kind::RenderedMovie:
+                field.SetText(SanitizeUtf8(value));
+                // The typed name replaces one chosen through the dialog, path and all.
+                m.myAbsMovieName = field.Text();
+                m.myAbsMoviePfad.clear();
+                m.myAbsMovieFolderItem.reset();
+                break;
+            case EntryField::Kind::ReelName:
+                field.SetText(value);
+                if (IsReservedReel(Trim(field.Text())))
+                    s.platform.MsgBox(std::string(Trim(field.Text())) + " is a reserved Reel-Name!");
+                break;
+        }
     }
-    if (o.reel) {
-        w.EF_ReelName.SetText(*o.reel);
-        if (IsReservedReel(Trim(w.EF_ReelName.Text())))
-            s.platform.MsgBox(std::string(Trim(w.EF_ReelName.Text())) + " is a reserved Reel-Name!");
-    }
+}
+
+// The reel option of the options, or null.
+const std::optional<std::string>* ReelOption(const ConvertOptions& o) {
+    for (const Option& option : kOptions)
+        if (option.text && option.rule == Option::TextRule::ReelName) return &(o.*option.text);
+    return nullptr;
 }
 
 }  // namespace
 
-std::string CheckOptions(const ConvertOptions& o) {
-    if (o.fps != 24 && o.fps != 25 && o.fps != 30) return "--fps: 24, 25 or 30";
-    if (o.title && HasControlCharacter(*o.title))
-        return "--title: control characters (line ends, tabs) are not allowed";
-    if (o.movie && HasControlCharacter(*o.movie))
-        return "--movie: control characters (line ends, tabs) are not allowed";
-    if (o.reel && (!IsPlainReelName(*o.reel) || o.reel->size() > 8))
-        return "--reel: letters and digits only, at most 8 characters";
-    return {};
+bool CheckOptions(const ConvertOptions& o, ErrorStatus* error) {
+    for (const Option& option : kOptions) {
+        if (!option.text || !(o.*option.text)) continue;
+        const std::string& value = *(o.*option.text);
+        const std::string name(option.name);
+        switch (option.rule) {
+            case Option::TextRule::Line:
+                if (HasControlCharacter(value))
+                    return Fail(error, ErrorStatus::Outcome::BadOption,
+                                name + ": one line of text, without control characters (line ends, tabs)");
+                break;
+            case Option::TextRule::ReelName:
+                if (!IsPlainReelName(value) || value.size() > 8)
+                    return Fail(error, ErrorStatus::Outcome::BadOption,
+                                name + " " + Quoted(value) + ": letters and digits only, at most 8 characters");
+                break;
+        }
+    }
+    return true;
 }
 
-ConvertResult Convert(std::string_view bytes, const ConvertOptions& o, std::string_view name) noexcept {
+ConvertResult Convert(std::string_view bytes, const ConvertOptions& o, std::string_view name,
+                      ErrorStatus* error) noexcept {
     try {
-        return Convert(std::string(bytes), o, name);
+        return Convert(std::string(bytes), o, name, error);
     } catch (const std::bad_alloc&) {
-        ConvertResult result;
-        result.error = "not enough memory for this list";
-        return result;
+        Fail(error, ErrorStatus::Outcome::NoMemory, "not enough memory for this list");
+        return {};
     }
 }
 
-ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_view name) noexcept {
+ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_view name,
+                      ErrorStatus* error) noexcept {
     ConvertResult result;
     try {
-        result.error = CheckOptions(o);
-        if (!result.error.empty()) {
-            result.status = ConvertStatus::BadOptions;
-            return result;
+        if (!CheckOptions(o, error)) return {};
+        if (bytes.size() > kMaxListFileBytes) {
+            Fail(error, ErrorStatus::Outcome::CannotRead, ErrorCause(kErrorListTooLarge));
+            return {};
         }
         CollectingPlatform platform;
         SharedText list;
@@ -111,16 +139,17 @@ ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_
             SetControls(s.MainWindow(), o);
             s.document.report.recording = o.report;
             // The frame-rate question's answer.
-            s.document.frameRateTmp = double(o.fps);
-            s.document.dropFrameTmp = false;
+            s.document.frameRateTmp = o.fps;
+            s.document.dropFrameTmp = o.fps.DropFrame();
             LoadListBytes(s, std::move(bytes), FolderItem(name.empty() ? std::string_view("list.edl") : name), false,
                           Render::Later);
             result.form = s.document.IsGrassValley ? ListForm::GVG : ListForm::CMX;
 
-            if (o.reel && s.document.IsGrassValley && o.reel->size() > 6) {
-                result.status = ConvertStatus::BadOptions;
-                result.error = "--reel: a GVG list takes at most 6 characters";
-                return result;
+            if (const std::optional<std::string>* reel = ReelOption(o);
+                reel && *reel && s.document.IsGrassValley && (*reel)->size() > 6) {
+                Fail(error, ErrorStatus::Outcome::BadOption,
+                     "reel " + Quoted(**reel) + ": a GVG list takes at most 6 characters");
+                return {};
             }
             FillFields(s, o);
             NewEDL_02(s.document, s.MainWindow(), platform);
@@ -132,13 +161,12 @@ ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_
         AppendListForSaving(result.bytes, *list);
         list.reset();
         result.messages = std::move(platform.messages);
-        result.status = ConvertStatus::Converted;
     } catch (const std::bad_alloc&) {
-        result = ConvertResult{};
-        result.error = "not enough memory for this list";
-    } catch (const std::exception& e) {
-        result = ConvertResult{};
-        result.error = e.what();
+        Fail(error, ErrorStatus::Outcome::NoMemory, "not enough memory for this list");
+        return {};
+    } catch (const std::length_error&) {
+        Fail(error, ErrorStatus::Outcome::NoMemory, "the list is too large to hold");
+        return {};
     }
     return result;
 }

@@ -68,7 +68,7 @@ void LoadListBytes(Session& s, std::string bytes, const FolderItem& file, bool a
         m.frameRate = m.frameRateTmp;
         m.dropFrame = m.dropFrameTmp;
     }
-    window.ST_FrameRate.Text = Str(m.frameRate);
+    window.ST_FrameRate.Text = Str(m.frameRate.Value());
     window.ST_FCM.Text = m.dropFrame ? "Drop Frame" : "Non-Drop Frame";
 
     ParseCMX3600(m, window, s.progress, s.platform);

@@ -144,19 +144,17 @@ int32_t WrittenLines::Of(const ReportEntry& e) {
 
 ConvertReport MakeConvertReport(const ReportView& view, const Document& m) {
     ConvertReport report;
-    report.fps = int(m.frameRate);
+    report.fps = m.frameRate;
     report.form = m.IsGrassValley ? ListForm::GVG : ListForm::CMX;
     report.oneLineChains = view.oneLineChains;
     for (size_t k = 0; k < kChangeKinds; ++k) {
         if (view.counts[k] == 0) continue;
         const ChangeKind kind = ChangeKind(k);
-        report.counts.push_back({std::string(KindName(kind)), std::string(SeverityName(KindSeverity(kind))),
-                                 std::string(KindHeading(kind)), view.counts[k]});
+        report.counts.push_back({kind, view.counts[k]});
     }
     report.items.reserve(view.entries.size());
     for (const ReportEntry& e : view.entries)
-        report.items.push_back({std::string(KindName(e.kind)), std::string(SeverityName(KindSeverity(e.kind))), e.event,
-                                e.row + 1, e.lineWritten, EntryText(e, m)});
+        report.items.push_back({e.kind, KindSeverity(e.kind), e.event, e.row + 1, e.lineWritten, EntryText(e, m)});
     return report;
 }
 
@@ -167,10 +165,10 @@ std::string EntryText(const ReportEntry& e, const Document& m) {
 
 namespace {
 
-int CountOf(const ConvertReport& r, std::string_view severity) {
+int CountOf(const ConvertReport& r, Severity severity) {
     int n = 0;
     for (const ReportCount& c : r.counts)
-        if (c.severity == severity) n += c.count;
+        if (KindSeverity(c.kind) == severity) n += c.count;
     return n;
 }
 
@@ -181,26 +179,34 @@ std::string Padded(std::string s, size_t width) {
 
 }  // namespace
 
-int ConvertReport::Changes() const noexcept { return CountOf(*this, "change"); }
-int ConvertReport::Warnings() const noexcept { return CountOf(*this, "warning"); }
+int ConvertReport::Changes() const noexcept { return CountOf(*this, Severity::Change); }
+int ConvertReport::Warnings() const noexcept { return CountOf(*this, Severity::Warning); }
 
 std::string FormatReport(const ConvertReport& r, std::string_view name) {
-    std::string out = "What changed in " + std::string(name) + " (" + std::to_string(r.fps) + " fps, " +
-                      (r.form == ListForm::GVG ? "GVG" : "CMX") + "): " + std::to_string(r.Changes()) + " changes, " +
+    std::string out = "What changed in " + std::string(name) + " (" + std::string(r.fps.Name()) + " fps, " +
+                      std::string(FormName(r.form)) + "): " + std::to_string(r.Changes()) + " changes, " +
                       std::to_string(r.Warnings()) + " warnings\n";
     for (const ReportCount& c : r.counts) {
-        out += Padded(std::to_string(c.count), 7) + "  " + (c.severity == "warning" ? "warning: " : "") + c.heading;
-        if (c.kind == "clip-chain" && r.oneLineChains > 0)
+        out += Padded(std::to_string(c.count), 7) + "  " +
+               (KindSeverity(c.kind) == Severity::Warning ? "warning: " : "") + std::string(KindHeading(c.kind));
+        if (c.kind == ChangeKind::ClipChain && r.oneLineChains > 0)
             out += " (and " + std::to_string(r.oneLineChains) + " of one line, not listed)";
         out += "\n";
     }
     if (r.counts.empty()) out += "      Nothing changed and nothing found.\n";
-    std::string_view kind;
+    bool first = true;
+    ChangeKind kind{};
     for (const ReportItem& item : r.items) {
-        if (item.kind != kind) {
+        if (first || item.kind != kind) {
+            first = false;
             kind = item.kind;
             for (const ReportCount& c : r.counts)
-                if (c.kind == kind) out += "\n" + c.heading + " (" + std::to_string(c.count) + ")\n";
+                if (c.kind == kind)
+                    out.append("\n")
+                        .append(KindHeading(c.kind))
+                        .append(" (")
+                        .append(std::to_string(c.count))
+                        .append(")\n");
         }
         std::string where = item.lineRead > 0 ? "line " + std::to_string(item.lineRead) : "list";
         where += item.lineWritten > 0 ? ", new " + std::to_string(item.lineWritten) : "";

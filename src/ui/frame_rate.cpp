@@ -23,39 +23,19 @@ FrameRateWindowState& Make(Desktop& d, WindowSlot<FrameRateWindowState>& slot, c
 }
 
 void EventOpen(Document& m, FrameRateWindowState& w) {
-    m.prefDefaultFrameRate = 25.0;
-    // Only the PAL row is ever taken; the row follows the preference should it hold another.
-    if (m.prefDefaultFrameRate == 30.0) {
-        w.PopupMenu1.ListIndex = 0;
-        m.frameRateTmp = 30.0;
-        m.dropFrameTmp = false;
-    } else if (m.prefDefaultFrameRate == 25.0) {
-        w.PopupMenu1.ListIndex = 1;
-        m.frameRateTmp = 25.0;
-        m.dropFrameTmp = false;
-    } else if (m.prefDefaultFrameRate == 24.0) {
-        w.PopupMenu1.ListIndex = 2;
-        m.frameRateTmp = 24.0;
-        m.dropFrameTmp = false;
-    }
+    // Always the PAL row; the row follows the preference should it hold another rate.
+    m.prefDefaultFrameRate = FrameRate();
+    w.PopupMenu1.ListIndex = int(m.prefDefaultFrameRate.Index());
+    m.frameRateTmp = m.prefDefaultFrameRate;
+    m.dropFrameTmp = m.frameRateTmp.DropFrame();
 }
 
 void PopupChange(Document& m, const FrameRateWindowState& w) {
-    switch (w.PopupMenu1.ListIndex) {
-        case 0:
-            m.frameRateTmp = 30.0;
-            m.dropFrameTmp = false;
-            break;
-        case 1:
-            m.frameRateTmp = 25.0;
-            m.dropFrameTmp = false;
-            break;
-        case 2:
-            m.frameRateTmp = 24.0;
-            m.dropFrameTmp = false;
-            break;
-        default: break;
-    }
+    // A row outside the rates changes nothing.
+    const std::span<const FrameRate> rates = FrameRate::All();
+    if (w.PopupMenu1.ListIndex < 0 || size_t(w.PopupMenu1.ListIndex) >= rates.size()) return;
+    m.frameRateTmp = rates[size_t(w.PopupMenu1.ListIndex)];
+    m.dropFrameTmp = m.frameRateTmp.DropFrame();
 }
 
 }  // namespace

@@ -26,12 +26,6 @@ struct FrameRateWindowState {
     uint64_t Instance = 0;  // a new number for every window made
 };
 
-inline constexpr std::array<std::string_view, 3> kFrameRateRows = {
-    "30 fps Non-Drop Frame - NTSC",
-    "25 fps Non-Drop Frame - PAL",
-    "24 fps Non-Drop Frame - FILM",
-};
-
 struct Desktop;
 
 FrameRateWindowState& FrameRateWindow(Desktop& d);

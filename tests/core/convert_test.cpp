@@ -189,23 +189,23 @@ TEST_F(Convert, EdgesOfTheCommandLine) {
     // The arguments, the exit status, what the error stream says.
     const std::tuple<std::vector<std::string>, int, const char*> cases[] = {
         {{in}, 2, "--fps is required"},
-        {{in, "--fps", "26"}, 2, "--fps: 26 not in {24,25,30}"},
+        {{in, "--fps", "26"}, 2, "frame rate 26: Vornelt reads 24, 25 or 30 frames per second"},
         {{"--fps", "25"}, 2, "INPUT is required"},
         {{in, "--fp", "25"}, 2, "unknown option --fp"},
         {{in, "--fps", "25", "--mirr"}, 2, "unknown option --mirr"},  // no abbreviations
         {{in, "--fps", "25", "--wipe-names", "x"}, 2, "--wipe-names: x not in {fcp,smpte}"},
         {{"-x.edl", "--fps", "25"}, 2, "goes after \"--\""},
-        {{in, "--fps", "25", "--title", "T\r\n099  EVIL"}, 2, "--title: control characters"},
-        {{in, "--fps", "25", "--movie", "m\x7Fov"}, 2, "--movie: control characters"},
+        {{in, "--fps", "25", "--title", "T\r\n099  EVIL"}, 2, "title: one line of text, without control characters"},
+        {{in, "--fps", "25", "--movie", "m\x7Fov"}, 2, "movie: one line of text, without control characters"},
         {{"/dev/null", "--fps", "25"}, 2, "not a regular file: name the output with -o"},
         {{in, in, "--fps", "25", "-o", (dir_ / "a.edl").string()}, 2, "-o names an existing folder"},
-        {{in, "--fps", "25", "--reel", "A-1"}, 2, "--reel: letters and digits only, at most 8 characters"},
-        {{in, "--fps", "25", "--reel", "ABCDEFGHI"}, 2, "--reel: letters"},
-        {{in, "--fps", "25", "--reel", ""}, 2, "--reel: letters"},
-        {{gvg, "--fps", "25", "--reel", "MASTER1"}, 2, "--reel: a GVG list takes at most 6 characters"},
+        {{in, "--fps", "25", "--reel", "A-1"}, 2, "reel \"A-1\": letters and digits only, at most 8 characters"},
+        {{in, "--fps", "25", "--reel", "ABCDEFGHI"}, 2, "reel \"ABCDEFGHI\": letters"},
+        {{in, "--fps", "25", "--reel", ""}, 2, "reel \"\": letters"},
+        {{gvg, "--fps", "25", "--reel", "MASTER1"}, 2, "reel \"MASTER1\": a GVG list takes at most 6 characters"},
         {{gvg, "--fps", "25", "--reel", "MAST01", "-o", "-"}, 0, ""},
         {{in, "--fps", "25", "--reel", "MASTER01", "-o", "-"}, 0, ""},
-        {{in, "--fps", "25", "--reel", "bl", "-o", "-"}, 0, "note: BL is a reserved reel name; it is used as given"},
+        {{in, "--fps", "25", "--reel", "bl", "-o", "-"}, 0, "note: BL is a reserved Reel-Name! (used as given)"},
         {{"/dev/null", "--fps", "25", "-o", "-"}, 0, ""},  // an empty list, from a device
     };
     for (const auto& [args, status, says] : cases) {

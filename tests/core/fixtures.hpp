@@ -24,6 +24,9 @@ inline std::string ReadBytes(const std::filesystem::path& path) {
 }
 inline std::string TestData(const std::string& name) { return ReadBytes(VORNELT_TEST_DATA_DIR "/" + name); }
 
+// The rate of a number of frames per second of the table.
+inline FrameRate Rate(double fps) { return FrameRate::OfValue(fps).value(); }
+
 // The texts of a column joined by "|".
 inline std::string Joined(const TextColumn& column) {
     std::string s;
@@ -98,7 +101,7 @@ protected:
     // Opens the bytes as a list at the given rate, through the open dialog.
     void Load(const std::string& bytes, double rate = 25.0, const std::string& name = "list.edl") {
         platform.openDialogAnswers.push_back(WriteFile(name, bytes));
-        m().frameRateTmp = rate;
+        m().frameRateTmp = Rate(rate);
         Open_CMX(session());
     }
     // The read tables as given, then the working copy.

@@ -272,19 +272,19 @@ TEST_F(HandlersTest, FrameRateWindowsOpenOnPalTakeTheRowsAndLoad) {
     const FolderItem list = WriteFile("cut.edl", kList);
     for (bool droped : {false, true}) {
         SCOPED_TRACE(droped ? "droped" : "open");
-        m().frameRateTmp = 0.0;
+        m().frameRateTmp = testing::Rate(30.0);
         FrameRateWindowState& win = droped ? FrameRateWindowIfDroped(d()) : FrameRateWindow(d());
-        EXPECT_EQ(std::tuple(win.PopupMenu1.ListIndex, m().frameRateTmp), std::tuple(1, 25.0));  // PAL first
+        EXPECT_EQ(std::tuple(win.PopupMenu1.ListIndex, m().frameRateTmp.Value()), std::tuple(1, 25.0));  // PAL first
         for (auto [row, rate] : {std::pair{0, 30.0}, {2, 24.0}, {3, 24.0}, {1, 25.0}, {0, 30.0}}) {
             win.PopupMenu1.ListIndex = row;
             droped ? FrameRateWindowIfDroped_PopupMenu1_Change(d()) : FrameRateWindow_PopupMenu1_Change(d());
-            EXPECT_EQ(m().frameRateTmp, rate);  // a row outside the three changes nothing
+            EXPECT_EQ(m().frameRateTmp.Value(), rate);  // a row outside the three changes nothing
         }
         m().DropedFolderItem = list;
         platform.openDialogAnswers.push_back(list);
         droped ? FrameRateWindowIfDroped_PushButton1_Action(d()) : FrameRateWindow_PushButton1_Action(d());
         EXPECT_FALSE(droped ? FrameRateWindowIfDropedExists(d()) : FrameRateWindowExists(d()));
-        EXPECT_EQ(std::tuple(m().frameRate, w().Title), std::tuple(30.0, "cut.edl"));
+        EXPECT_EQ(std::tuple(m().frameRate.Value(), w().Title), std::tuple(30.0, "cut.edl"));
     }
 }
 

@@ -19,7 +19,7 @@ protected:
         Reset();
         m().cmxString = std::make_shared<std::string>(text);
         ResetGlobalVariables_NEU(m(), w());
-        m().frameRate = rate;
+        m().frameRate = Rate(rate);
         ParseCMX3600(m(), w(), session().progress, platform);
     }
 
@@ -191,7 +191,7 @@ TEST_F(LoadRoad, OpenReadsTheFileAsWindowsLatin1AndASecondKeepsOnlyTheOptions) {
     Load("TITLE: Caf\xE9\r\n001 AX V C" + kTc + "\r\n", 24.0, "Caf\xC3\xA9.edl");
     EXPECT_EQ(m().readOrigCompleteLine(0), "TITLE: Caf\xC3\xA9");
     EXPECT_EQ(m().myAbsDateiFolderItem->AbsolutePath(), FolderItem(dir_.string()).AbsolutePath());
-    EXPECT_EQ(std::tuple(m().frameRate, w().ST_FrameRate.Text, w().Title, w().Cursor),
+    EXPECT_EQ(std::tuple(m().frameRate.Value(), w().ST_FrameRate.Text, w().Title, w().Cursor),
               std::tuple(24.0, "24", "Caf\xC3\xA9.edl", MouseCursor::StandardPointer));
     EXPECT_EQ(std::tuple(platform.progressShows, platform.progressCloses), std::tuple(1, 1));
     ASSERT_EQ(platform.openDialogsShown.size(), 1u);
@@ -246,7 +246,7 @@ TEST_F(LoadRoad, EveryListOfTheCorpusLoads) {
         ++files;
         for (double rate : {24.0, 25.0, 30.0}) {
             platform.openDialogAnswers.push_back(FolderItem(entry.path().string()));
-            m().frameRateTmp = rate;
+            m().frameRateTmp = Rate(rate);
             Open_CMX(session());
             SCOPED_TRACE(entry.path().string());
             ExpectAligned();

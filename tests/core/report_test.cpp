@@ -36,10 +36,11 @@ TEST(Report, RecordingNeverChangesTheList) {
         for (ConvertOptions options : {plain, dissolves, mirrorOff}) {
             if (std::string_view(list).find("gvg") != std::string_view::npos) options.reel.reset();
             options.report = true;
-            const ConvertResult recorded = Convert(testing::TestData(list), options);
+            ErrorStatus error;
+            const ConvertResult recorded = Convert(testing::TestData(list), options, "list.edl", &error);
             options.report = false;
-            const ConvertResult quiet = Convert(testing::TestData(list), options);
-            ASSERT_TRUE(recorded.ok() && quiet.ok()) << list;
+            const ConvertResult quiet = Convert(testing::TestData(list), options, "list.edl", &error);
+            ASSERT_TRUE(error.ok()) << list;
             EXPECT_FALSE(recorded.report.items.empty());
             EXPECT_TRUE(quiet.report.items.empty());
             EXPECT_EQ(recorded.bytes, quiet.bytes) << list;
@@ -114,14 +115,16 @@ TEST(Report, TheCheckFindsWhatIsWrongWithTheListAsRead) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.list);
-        const ConvertResult r = Convert(c.list, ConvertOptions{});
-        ASSERT_TRUE(r.ok());
+        ErrorStatus error;
+        const ConvertResult r = Convert(c.list, ConvertOptions{}, "list.edl", &error);
+        ASSERT_TRUE(error.ok());
         std::map<std::string, int> warnings;
         for (const ReportCount& count : r.report.counts)
-            if (count.severity == "warning") warnings[count.kind] = count.count;
+            if (KindSeverity(count.kind) == Severity::Warning)
+                warnings[std::string(KindName(count.kind))] = count.count;
         EXPECT_EQ(warnings, c.warnings);
         for (const ReportItem& item : r.report.items) {
-            if (item.severity == "warning") {
+            if (item.severity == Severity::Warning) {
                 EXPECT_FALSE(item.text.empty());
             }
         }

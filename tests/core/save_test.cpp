@@ -65,7 +65,7 @@ TEST_F(SaveTest, WholeListsFromFileToFileByteForByte) {
         TearDown();
         Fixture::SetUp();
         O options;  // the converter's defaults, then the case's rate, boxes and wipe names
-        options.fps = int(rate);
+        options.fps = Rate(rate);
         options.wipeNames = wipeNames ? WipeNames::Smpte : WipeNames::FinalCutPro;
         for (size_t i = 0; i < std::size(boxes); ++i) {
             (w().*boxes[i].first).Value = checked[i];

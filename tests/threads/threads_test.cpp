@@ -20,7 +20,7 @@ TEST(Threads, ConcurrentConversionsGiveTheSingleThreadedBytes) {
     std::vector<Job> jobs;
     for (uint32_t k = 0; k < 8; ++k) {
         Job job{bench::GenerateList({200 + int(k) * 40, k % 2 == 1, bench::Shape(k % 3), k + 1}), {}};
-        job.options.fps = k % 3 == 0 ? 24 : k % 3 == 1 ? 25 : 30;
+        job.options.fps = FrameRate::All()[k % FrameRate::All().size()];
         job.options.mirror = k % 2 == 0;
         job.options.keysToDissolves = k % 4 == 1;
         job.options.wipesToDissolves = k % 4 != 2;
@@ -31,8 +31,9 @@ TEST(Threads, ConcurrentConversionsGiveTheSingleThreadedBytes) {
     }
     std::vector<std::string> expected;
     for (const Job& job : jobs) {
-        const ConvertResult r = Convert(job.list, job.options);
-        ASSERT_TRUE(r.ok()) << r.error;
+        ErrorStatus error;
+        const ConvertResult r = Convert(job.list, job.options, "list.edl", &error);
+        ASSERT_TRUE(error.ok()) << error.details;
         expected.push_back(r.bytes);
     }
 

@@ -61,7 +61,7 @@ FrameRateView::FrameRateView(AppShell& shell, bool droped, QWidget* parent)
 
     popup_ = new QComboBox(this);
     popup_->setObjectName("PopupMenu1");
-    for (std::string_view row : kFrameRateRows) popup_->addItem(ToQ(row));
+    for (const FrameRate rate : FrameRate::All()) popup_->addItem(ToQ(rate.Label()));
     popup_->setGeometry(140, 69, 158, 20);
 #if !defined(Q_OS_MACOS)
     // The rows were measured for a narrower system font.
