@@ -54,11 +54,11 @@ struct Bench {
     void PrepareRead(const std::string& bytes) {
         m.cmxString = std::make_shared<std::string>(DecodeWindowsLatin1(bytes));
         ResetGlobalVariables_NEU(m, s.MainWindow());
-        m.frameRate = 25.0;
+        m.frameRate = FrameRate();
     }
     // The whole load road, from the file's bytes to the rendered list.
     void LoadWhole(const std::string& bytes) {
-        s.document.frameRateTmp = 25.0;
+        s.document.frameRateTmp = FrameRate();
         LoadListBytes(s, bytes, FolderItem("bench.edl"), false);
     }
 };
@@ -171,8 +171,10 @@ void BM_ConvertBatch(benchmark::State& state) {
     size_t bytes = 0;
     for (auto _ : state) {
         bytes = 0;
-        for (size_t k = 0; k < lists.size(); ++k)
-            bytes += Convert(lists[k], options, "l" + std::to_string(k + 1) + ".edl").bytes.size();
+        for (size_t k = 0; k < lists.size(); ++k) {
+            const std::string name = std::string("l").append(std::to_string(k + 1)).append(".edl");
+            bytes += Convert(lists[k], options, name).bytes.size();
+        }
     }
     state.counters["lists"] = double(lists.size());
     state.counters["MB out"] = double(bytes) / 1e6;

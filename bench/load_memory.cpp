@@ -43,7 +43,7 @@ int main(int argc, char** argv) {
         FolderItem file_;
     } platform{FolderItem(argv[1])};
     Session session(platform);
-    session.document.frameRateTmp = argc > 2 ? std::atof(argv[2]) : 25.0;
+    session.document.frameRateTmp = FrameRate::Named(argc > 2 ? argv[2] : "25").value_or(FrameRate());
     const auto t0 = std::chrono::steady_clock::now();
     Open_CMX(session);
     const auto t1 = std::chrono::steady_clock::now();
