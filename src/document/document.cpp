@@ -116,6 +116,7 @@ void ResetGlobalVariables_NEU(Document& m, const MainWindowState& w) {
     m.renderedList.reset();
     m.renderSpare.reset();
     m.lastRendering = LastRendering{};
+    m.plan = ListPlan{};
     m.ZeileEins.clear();
     m.ZeileZwei.clear();
     m.newReelName.clear();

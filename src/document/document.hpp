@@ -16,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "document/list_plan.hpp"
 #include "document/report.hpp"
 #include "platform/folder_item.hpp"
 #include "text/number_column.hpp"
@@ -105,13 +106,6 @@ struct LastRendering {
     bool mirror = false;
     bool keyToDissolve = false;
     std::string reelName;
-
-    // The first line of a row at or after `row`, lines.end() when there is none: where each
-    // event row stands in the new list, for the report.
-    std::vector<TextColumn::Piece>::const_iterator From(uint32_t row) const {
-        return std::lower_bound(lines.begin(), lines.end(), row,
-                                [](const TextColumn::Piece& p, uint32_t r) { return p.row < r; });
-    }
 };
 
 // The values of the current list.
@@ -125,6 +119,7 @@ struct ListValues {
     std::shared_ptr<std::string> renderedList;
     std::shared_ptr<std::string> renderSpare;
     LastRendering lastRendering;
+    ListPlan plan;  // what each line of the new list is
     int32_t maxZeilen = 0;
     FrameRate frameRate;  // the rate of the list, copied from the question's answer by the load
     bool dropFrame = false;

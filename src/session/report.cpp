@@ -6,21 +6,6 @@ namespace vornelt {
 
 namespace {
 
-// The carriage returns in [p, p + n): counted in bytes, a stretch of up to 255 at a time,
-// which the compiler counts in vector registers.
-int32_t CountCR(const char* p, size_t n) {
-    int32_t total = 0;
-    while (n > 0) {
-        const size_t stretch = std::min<size_t>(n, 255);
-        uint8_t c = 0;
-        for (size_t i = 0; i < stretch; ++i) c = uint8_t(c + (p[i] == '\r'));
-        total += c;
-        p += stretch;
-        n -= stretch;
-    }
-    return total;
-}
-
 // Puts entries in the order of their rows, keeping the order of those on one row. Rows are
 // small numbers: a radix sort of two rounds of 11 bits each.
 void SortByRow(std::vector<ReportEntry>::iterator from, std::vector<ReportEntry>::iterator to) {
@@ -90,56 +75,28 @@ ReportView ViewReport(const Document& m, ReportLines lines) {
         return view;
     }
 
-    // The line of each written row in the new list: the writer's byte offsets, counted in
-    // lines in one walk through the list.
-    const auto& written = m.lastRendering.lines;  // in row order, and so in the order of the list
-    const std::string& text = *m.finalCMXString;
-    int32_t rows = 0;
-    for (const auto& w : written) rows = std::max(rows, int32_t(std::min<uint32_t>(w.row, INT32_MAX - 1)) + 1);
-    std::vector<int32_t> lineOfRow(size_t(rows), 0);  // 0: not written
-    auto lineAt = [&text, position = size_t(0), line = int32_t(1)](size_t offset) mutable {
-        const size_t end = std::min(offset, text.size());
-        if (end < position) {
-            position = 0;
-            line = 1;
-        }
-        line += CountCR(text.data() + position, end - position);
-        position = end;
-        return line;
-    };
-    for (const TextColumn::Piece& w : written)
-        if (int32_t& line = lineOfRow[w.row]; line == 0) line = lineAt(w.offset);
+    // The line of each event row in the new list, as the plan has it.
+    const ListPlan& plan = m.plan;
+    std::vector<int32_t> lineOfRow(size_t(std::max<int32_t>(m.maxZeilen, 0)) + 1, 0);  // 0: not written
+    for (const PlannedLine& l : plan.lines)
+        if (l.kind == LineKind::Event && l.row < lineOfRow.size() && lineOfRow[l.row] == 0)
+            lineOfRow[l.row] = int32_t(l.line);
     for (ReportEntry& e : view.entries) {
         e.lineWritten = EarlyLine(e);
-        if (e.lineWritten == kLineToCount) e.lineWritten = e.row < rows ? lineOfRow[size_t(e.row)] : 0;
+        if (e.lineWritten == kLineToCount)
+            e.lineWritten = size_t(e.row) < lineOfRow.size() ? lineOfRow[size_t(e.row)] : 0;
     }
     return view;
 }
 
-namespace {
-
-constexpr size_t kLineBlock = 1 << 16;
-
-}  // namespace
-
 WrittenLines::WrittenLines(const Document& m) : document_(&m), list_(m.finalCMXString) {}
 
-int32_t WrittenLines::Of(const ReportEntry& e) {
+int32_t WrittenLines::Of(const ReportEntry& e) const {
     if (e.lineWritten != kLineToCount) return e.lineWritten;
     const SharedText list = list_.lock();
     if (!document_ || !list || list != document_->finalCMXString) return 0;
-    const LastRendering& written = document_->lastRendering;
-    const auto at = written.From(uint32_t(e.row));
-    if (at == written.lines.end() || at->row != uint32_t(e.row)) return 0;
-    const std::string& text = *list;
-    const size_t offset = std::min<size_t>(at->offset, text.size());
-    const size_t block = offset / kLineBlock;
-    if (linesBefore_.empty()) linesBefore_.push_back(0);
-    while (linesBefore_.size() <= block) {
-        const size_t from = (linesBefore_.size() - 1) * kLineBlock;
-        linesBefore_.push_back(linesBefore_.back() + CountCR(text.data() + from, kLineBlock));
-    }
-    return 1 + linesBefore_[block] + CountCR(text.data() + block * kLineBlock, offset - block * kLineBlock);
+    const PlannedLine* line = document_->plan.EventLineOf(uint32_t(e.row));
+    return line ? int32_t(line->line) : 0;
 }
 
 ConvertReport MakeConvertReport(const ReportView& view, const Document& m) {

@@ -36,19 +36,17 @@ inline constexpr int32_t kLineToCount = -1;
 
 ReportView ViewReport(const Document& m, ReportLines lines = ReportLines::Counted);
 
-// The line in the new list of an entry whose line was left to count: the list's lines are
-// counted a block at a time, as far as the entries asked about lie, and remembered. For the
-// list the document holds when it is made (0 once the document holds another).
+// The line in the new list of an entry whose line was left to count, as the plan of the list
+// has it. For the list the document holds when it is made (0 once the document holds another).
 class WrittenLines {
 public:
     WrittenLines() = default;
     explicit WrittenLines(const Document& m);
-    int32_t Of(const ReportEntry& entry);
+    int32_t Of(const ReportEntry& entry) const;
 
 private:
     const Document* document_ = nullptr;
     std::weak_ptr<const std::string> list_;  // not kept alive: the writer takes its memory again
-    std::vector<int32_t> linesBefore_;       // the line ends ahead of each block counted so far
 };
 
 // The sentence of an entry.

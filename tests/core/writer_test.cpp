@@ -139,6 +139,20 @@ TEST_F(WriterTest, WholeListsByteForByte) {
         EXPECT_EQ(w().EditField1.Text, m().finalCMXString);
         // The table keeps each event line as written.
         EXPECT_EQ(Lines(*m().finalCMXString).at(3), m().copyCompletLine(3));
+        // The plan is the list: written out whole it gives the list, and each planned line
+        // stands on its line.
+        const ListPlan& plan = m().plan;
+        const std::string& list = *m().finalCMXString;
+        EXPECT_EQ(PlannedText(m(), plan.lines.data(), plan.lines.data() + plan.lines.size()), list);
+        EXPECT_EQ(plan.lineCount, std::count(list.begin(), list.end(), kCR));
+        const std::vector<std::string> lines = Lines(list);
+        for (const PlannedLine& l : plan.lines) {
+            const std::string text = PlannedText(m(), &l, &l + 1);
+            EXPECT_EQ(lines.at(l.line - 1), text.substr(0, text.find(kCR))) << l.line;
+            if (l.kind == LineKind::Event) {
+                EXPECT_EQ(plan.EventLineOf(l.row), &l);
+            }
+        }
     }
 }
 

@@ -148,6 +148,11 @@ void ListView::revealSelection(size_t anchor, size_t caret) {
     if (row < first || row >= first + visible) verticalScrollBar()->setValue(std::max(0, row - visible / 4));
 }
 
+void ListView::revealLine(int line) {
+    if (line < 1 || line > lineCount()) return;
+    revealSelection(lineStarts_[size_t(line - 1)], lineEnds_[size_t(line - 1)]);
+}
+
 void ListView::moveCaret(size_t to, bool extend) {
     setSelection(extend ? anchor_ : to, to);
     const int row = rowOf(caret_);

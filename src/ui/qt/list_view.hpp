@@ -51,6 +51,8 @@ public:
     void setSelection(size_t anchor, size_t caret);
     // Selects and scrolls the selection into sight, a few rows below the top.
     void revealSelection(size_t anchor, size_t caret);
+    // The same for a line of the list, from 1.
+    void revealLine(int line);
 
     // Read-only at first. A writable area takes typing into its own copy of the text; the
     // list itself is not changed by it.

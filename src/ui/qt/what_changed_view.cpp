@@ -11,6 +11,8 @@
 
 #include <algorithm>
 
+#include "writer/writer.hpp"
+
 #include "ui/qt/app_shell.hpp"
 #include "ui/qt/list_view.hpp"
 
@@ -191,40 +193,29 @@ void WhatChangedView::Selected(const QModelIndex& index) {
         read += QStringLiteral("%1  ").arg(r + 1, 5) + QString::fromUtf8(m.readOrigCompleteLine.Get(r)) + '\n';
     asRead_->setPlainText(read);
 
-    const LastRendering& written = m.lastRendering;  // where each event row stands in the new list
-    const std::string& list = *m.finalCMXString;
-    auto from = written.From(uint32_t(a));
-    if (from == written.lines.end() || from->row > uint32_t(b)) {
+    // The lines of those rows in the new list, with the comment lines that follow them, as the
+    // plan of the list has them.
+    const auto [from, to] = m.plan.LinesOf(uint32_t(a), uint32_t(b));
+    if (from == to) {
         asWritten_->setPlainText(QStringLiteral("(not in the new list)"));
         return;
     }
-    auto to = written.From(uint32_t(b) + 1);
-    size_t end = to == written.lines.end() ? list.size() : to->offset;
-    const size_t begin = std::min<size_t>(from->offset, list.size());
+    const std::string written = PlannedText(m, from, to - from > kMostLines ? from + kMostLines : to);
     QString text;
-    // Numbered from the item's own line, when it has one in the new list.
-    int line = 0;
-    auto own = written.From(uint32_t(row));
-    const bool ownLine = own != written.lines.end() && own->row == uint32_t(row) && own->offset >= begin;
-    if (const int32_t lineWritten = model_->lineWritten(*e); ownLine && lineWritten > 0)
-        line =
-            lineWritten - int(std::count(list.begin() + ptrdiff_t(begin), list.begin() + ptrdiff_t(own->offset), '\r'));
+    int line = int(from->line);
     int shown = 0;
-    for (size_t p = begin; p < end && shown < kMostLines; ++shown) {
-        size_t cr = list.find('\r', p);
-        if (cr == std::string::npos || cr > end) cr = end;
-        text += (line > 0 ? QStringLiteral("%1  ").arg(line++, 5) : QString()) +
-                QString::fromUtf8(list.data() + p, qsizetype(cr - p)) + '\n';
+    for (size_t p = 0; p < written.size() && shown < kMostLines; ++shown) {
+        size_t cr = written.find('\r', p);
+        if (cr == std::string::npos) cr = written.size();
+        text += QStringLiteral("%1  ").arg(line++, 5) + QString::fromUtf8(written.data() + p, qsizetype(cr - p)) + '\n';
         p = cr + 1;
     }
     asWritten_->setPlainText(text);
 
-    // The main list scrolls to the item's line.
+    // The main list scrolls to the item's line, or to the first line of its rows.
     if (MainWindowView* main = shell_.Main()) {
-        const size_t at = ownLine ? own->offset : begin;
-        size_t lineEnd = list.find('\r', at);
-        if (lineEnd == std::string::npos) lineEnd = list.size();
-        main->EditField1()->revealSelection(at, lineEnd);
+        const PlannedLine* own = m.plan.EventLineOf(uint32_t(row));
+        main->EditField1()->revealLine(int(own ? own->line : from->line));
     }
 }
 

@@ -1,0 +1,72 @@
+#pragma once
+// The plan of the new list: what each of its lines is, in order, as the writer decided it from
+// the copy tables and the options. The text of the list is the plan written out in the list's
+// columns; the report and the What Changed window read the plan to know where a row of the
+// list as read stands in the new list.
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vornelt {
+
+enum class LineKind : uint8_t {
+    Title,          // "TITLE: ..." (CMX) or the title alone (GVG)
+    FrameCodeMode,  // "FCM: NON-DROP FRAME" (CMX) or "SMPTE FRAME CODE" (GVG)
+    Blank,          // the empty line behind the header
+    Comments,       // generated comment lines, one or more
+    Event,          // an event line of 78 characters, written from its row's fields
+    Note,           // a row kept as it was read (a motion or an audio line)
+};
+
+struct PlannedLine {
+    LineKind kind = LineKind::Blank;
+    // Event and Note: the row of the list as read. Any other line: the row of the line before
+    // it, so that rows never decrease down the plan.
+    uint32_t row = 0;
+    uint32_t line = 0;  // where it stands in the new list, from 1
+    // Comments: its text in ListPlan::comments, each line ended by a carriage return.
+    uint32_t begin = 0;
+    uint32_t end = 0;
+};
+
+// The options that shape the lines, as the plan was made under them.
+struct PlanOptions {
+    bool grassValley = false;
+    bool mirror = false;
+    bool keyToDissolve = false;
+    bool audio = false;
+    bool removeFreezeFrames = false;
+    bool removeSpeedChanges = false;
+    bool comments = false;
+    int wipeTable = 0;  // the row of the wipe-names popup: 0 Final Cut Pro, 1 SMPTE
+};
+
+struct ListPlan {
+    PlanOptions options;
+    std::string title;       // the sequence title
+    std::string masterReel;  // the reel every event line of a mirror list carries; "" for none
+    std::vector<PlannedLine> lines;
+    std::string comments;    // the texts of the comment lines
+    uint32_t lineCount = 0;  // the lines of the new list
+
+    // The event line of a row in the new list, or null when the row has none.
+    const PlannedLine* EventLineOf(uint32_t row) const {
+        const auto at = std::lower_bound(lines.begin(), lines.end(), row,
+                                         [](const PlannedLine& l, uint32_t r) { return l.row < r; });
+        for (auto it = at; it != lines.end() && it->row == row; ++it)
+            if (it->kind == LineKind::Event) return &*it;
+        return nullptr;
+    }
+    // The planned lines of the rows first to last, with the comment lines that follow them.
+    std::pair<const PlannedLine*, const PlannedLine*> LinesOf(uint32_t first, uint32_t last) const {
+        const auto from = std::lower_bound(lines.begin(), lines.end(), first,
+                                           [](const PlannedLine& l, uint32_t r) { return l.row < r; });
+        const auto to =
+            std::upper_bound(from, lines.end(), last, [](uint32_t r, const PlannedLine& l) { return r < l.row; });
+        return {lines.data() + (from - lines.begin()), lines.data() + (to - lines.begin())};
+    }
+};
+
+}  // namespace vornelt

@@ -1,0 +1,290 @@
+// The plan of the new list. A run visits every row from 2 to maxZeilen. An event row becomes
+// one event line; every other row either is kept as it stands (motion and audio lines, by the
+// note row chain) or leaves no trace. With new comments on, the comment lines of each event are
+// gathered in a block and go ahead of the next event's first line.
+#include "writer/plan.hpp"
+
+#include <algorithm>
+
+#include "text/text.hpp"
+#include "vocabulary/vocabulary.hpp"
+
+namespace vornelt {
+
+namespace {
+
+constexpr std::string_view kEffectCrossDissolve = "* EFFECT NAME: CROSS DISSOLVE";
+constexpr std::string_view kEffectName = "* EFFECT NAME: ";
+constexpr std::string_view kToClipName = "* TO CLIP NAME:  ";
+constexpr std::string_view kFromClipName = "* FROM CLIP NAME:  ";
+constexpr std::string_view kKeyClipName = "* KEY CLIP NAME:  ";
+
+// The tables are aligned by the load; these readers keep a run safe all the same when one
+// of them is short, by giving the value of a row that holds nothing.
+int32_t At(const Int32Table& t, int64_t i) noexcept {
+    return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : t.fill();
+}
+bool At(const BoolTable& t, int64_t i) noexcept { return i >= 0 && size_t(i) < t.size() && t[size_t(i)]; }
+double At(const DoubleTable& t, int64_t i) noexcept {
+    return (i >= 0 && size_t(i) < t.size()) ? t[size_t(i)] : t.fill();
+}
+
+inline bool IsMotionLine(std::string_view line) {
+    return BeginsCI(line, "M2") || BeginsCI(line, "PEG A") || BeginsCI(line, "PEG B");
+}
+
+// A row that is no event line: motion lines under the two removal options, audio lines
+// while audio is kept. Everything else, the source's own comments among it, is dropped.
+inline bool KeepsNoteRow(std::string_view line, bool isMotion, double motion, const PlanOptions& o) {
+    if (isMotion) {
+        // Exact comparisons of the stored values: 0.0 is a freeze frame, anything but the
+        // no-motion mark is a speed change.
+        if (!o.removeSpeedChanges && motion != kNoMotionLine && motion != 0.0) return true;
+        if (!o.removeFreezeFrames && motion == 0.0) return true;
+    }
+    return o.audio && BeginsCI(line, "AUD");
+}
+
+// The comment lines of one event, gathered while its rows go by. Two buffers take turns so
+// that putting text ahead of the block costs no allocation once they have grown.
+class CommentBlock {
+public:
+    explicit CommentBlock(const std::string& movie)
+        : movie_(movie), movieLineEnds_(uint32_t(std::count(movie.begin(), movie.end(), kCR))) {}
+
+    const std::string& Text() const noexcept { return block_; }
+    // The line ends in the text: counted as the text grows, not read again.
+    uint32_t LineEnds() const noexcept { return lineEnds_; }
+    uint32_t MovieLineEnds() const noexcept { return movieLineEnds_; }
+    void Clear() noexcept {
+        block_.clear();
+        lineEnds_ = 0;
+    }
+
+    // The old block runs on behind the effect's name, on the same line: with a block of an
+    // event of three rows the two lines run together, and so they stay.
+    void DissolveForm() { EffectForm(kEffectCrossDissolve, {}); }
+    void WipeForm(std::string_view name) { EffectForm(kEffectName, name); }
+    void KeyForm() {
+        block_.append(kKeyClipName).append(movie_).push_back(kCR);
+        lineEnds_ += 1 + movieLineEnds_;
+    }
+    void PrependFrom() {
+        spare_.clear();
+        spare_.append(kFromClipName).append(movie_).push_back(kCR);
+        spare_.append(block_);
+        block_.swap(spare_);
+        lineEnds_ += 1 + movieLineEnds_;
+    }
+
+private:
+    void EffectForm(std::string_view literal, std::string_view name) {
+        spare_.clear();
+        spare_.append(literal).append(name).append(block_).push_back(kCR);
+        spare_.append(kToClipName).append(movie_).push_back(kCR);
+        block_.swap(spare_);
+        lineEnds_ += 2 + movieLineEnds_ + uint32_t(std::count(name.begin(), name.end(), kCR));
+    }
+
+    const std::string& movie_;
+    const uint32_t movieLineEnds_;
+    uint32_t lineEnds_ = 0;
+    std::string block_;
+    std::string spare_;
+};
+
+// A further row of the event in hand: what its transition adds to the block.
+void CommentFurtherRow(CommentBlock& block, std::string_view trans, std::string_view duration, int wipeTable) {
+    const double value = Val(duration);
+    const bool isC = IsCI(trans, "C");
+    const bool isD = IsCI(trans, "D");
+    const bool isK = IsCI(trans, "K");
+    if (isC && duration.empty()) return;
+    if (isD && value > 0) {
+        block.DissolveForm();
+        return;
+    }
+    if (!isD && !isK && !isC && value > 0) {
+        if (wipeTable == 0)
+            block.WipeForm(WipeCodesFCP(trans));
+        else if (wipeTable == 1)
+            block.WipeForm(WipeCodesSMPTE(trans));
+        return;
+    }
+    if (isK) {
+        block.KeyForm();  // a key always comments, whatever its duration
+        return;
+    }
+    // Only a "C" with a duration comes here: it counts as a cross dissolve.
+    if (!trans.empty() && value > 0) block.DissolveForm();
+}
+
+// Lines are added one after the other, each numbered as it comes.
+class Lines {
+public:
+    explicit Lines(ListPlan& plan) : plan_(plan) {}
+    void Add(LineKind kind, uint32_t row) {
+        plan_.lines.push_back({kind, row, ++plan_.lineCount, 0, 0});
+        row_ = row;
+    }
+    // The comment text appended to the plan since `begin`, with its line ends: one planned
+    // line for all of it.
+    void AddComments(size_t begin, uint32_t lineEnds) {
+        plan_.lines.push_back(
+            {LineKind::Comments, row_, plan_.lineCount + 1, uint32_t(begin), uint32_t(plan_.comments.size())});
+        plan_.lineCount += lineEnds;
+    }
+
+private:
+    ListPlan& plan_;
+    uint32_t row_ = 0;  // the row of the line before
+};
+
+}  // namespace
+
+void PlanList(Document& m, const MainWindowState& window, Platform& platform) {
+    ListPlan& plan = m.plan;
+    // 1. The reel name: blanks out; formatted when anything is left.
+    {
+        std::string reel;
+        for (char c : window.EF_ReelName.Text())
+            if (c != ' ') reel.push_back(c);
+        m.newReelName = reel.empty() ? std::string() : FormatReelNames(reel, m.IsGrassValley);
+    }
+    m.newSeqTitle = std::string(Trim(window.EF_SeqTitle.Text()));
+    const PlanOptions o{
+        m.IsGrassValley,   m.boolMirror,      m.boolKeyToDissolve,       m.boolA1234,
+        m.boolFreezeFrame, m.boolSpeedChange, m.boolGenerateNewComments, window.PopupTransition.ListIndex};
+    plan.options = o;
+    plan.title = m.newSeqTitle;
+    plan.masterReel = m.newReelName;
+    plan.lines.clear();
+    plan.comments.clear();
+    plan.lineCount = 0;
+    plan.lines.reserve(size_t(std::max<int32_t>(m.maxZeilen, 0)) + 8);
+    Lines lines(plan);
+
+    // 2. The header of the form. The second line is a constant of the form: a list read as
+    // drop frame still says NON-DROP FRAME.
+    lines.Add(LineKind::Title, 0);
+    lines.Add(LineKind::FrameCodeMode, 1);
+    lines.Add(LineKind::Blank, 1);
+
+    // 3. The rows. Rows 0 and 1 hold the title and FCM lines and are never visited.
+    std::vector<ChangeItem>& report = m.report.Section(ReportSection::Writer);
+    report.clear();
+    m.report.renamedReels.clear();
+    const bool record = m.report.recording;
+    bool firstEvent = true;
+    int32_t masterReelEvents = 0;
+    CommentBlock block(m.myAbsMovieName);
+    int32_t current = 1;   // event number of the last event row planned
+    int32_t previous = 0;  // the same, as it stood at the end of the row before
+    for (int64_t i = 2; i <= int64_t(m.maxZeilen); ++i) {
+        const std::string_view line = m.copyCompletLine.Get(i);
+        const bool skipSplit = o.audio && BeginsCI(line, "SPLIT");
+        if (!skipSplit) {
+            const bool eventRow = !m.copyEventNumberStr.Get(i).empty() && !m.copyMode.Get(i).empty() &&
+                                  At(m.displayThisAudioEventLine, i) && At(m.displayThisKeyEventLine, i);
+            if (eventRow) {
+                current = At(m.readOrigEventNumberInt, i);
+                if (o.comments) {
+                    const std::string_view trans = m.copyTrans.Get(i);
+                    const std::string_view duration = m.copyTransDur.Get(i);
+                    if (current == previous) {
+                        CommentFurtherRow(block, trans, duration, o.wipeTable);
+                    } else {
+                        // A new event: the block of the one before goes out, ahead of this
+                        // line, with a FROM line unless this row brings its own transition.
+                        if (firstEvent && record)
+                            report.push_back({ChangeKind::CommentBeforeFirstEvent,
+                                              int32_t(i),
+                                              current,
+                                              0,
+                                              i == 2 ? "stands right behind the header"
+                                                     : "is numbered " + std::to_string(current) + ", not 1",
+                                              {}});
+                        if (duration.empty()) block.PrependFrom();
+                        const size_t begin = plan.comments.size();
+                        // Sorting keeps the number of lines.
+                        AppendSortedCommentLine(plan.comments, block.Text());
+                        plan.comments.push_back(kCR);
+                        lines.AddComments(begin, block.LineEnds() + 1);
+                        block.Clear();
+                    }
+                }
+                firstEvent = false;
+                if (o.mirror && record) {
+                    if (!m.newReelName.empty()) {
+                        ++masterReelEvents;
+                    } else if (const std::string_view reel = m.copyReelNames.Get(i);
+                               !IsReservedReel(reel) && Trim(reel) != Trim(m.cleanClipReelName.Get(i))) {
+                        m.report.renamedReels.emplace_back(int32_t(i), current);
+                    }
+                }
+                lines.Add(LineKind::Event, uint32_t(i));
+            } else if (const bool isMotion = IsMotionLine(line); KeepsNoteRow(line, isMotion, At(m.readOrigM2, i), o)) {
+                lines.Add(LineKind::Note, uint32_t(i));
+            } else if (record && isMotion) {
+                report.push_back(
+                    {At(m.readOrigM2, i) == 0.0 ? ChangeKind::FreezeFrameRemoved : ChangeKind::SpeedChangeRemoved,
+                     int32_t(i),
+                     current,
+                     0,
+                     std::string(m.readOrigM2Str.Get(i)),
+                     {}});
+            }
+        }
+        previous = current;
+        platform.Yield();
+    }
+
+    // 4. The closing lines: the last event's block, unsorted, behind a FROM line.
+    if (o.comments) {
+        const size_t begin = plan.comments.size();
+        plan.comments.append(kFromClipName).append(m.myAbsMovieName).push_back(kCR);
+        plan.comments.append(block.Text()).push_back(kCR);
+        lines.AddComments(begin, 1 + block.MovieLineEnds() + block.LineEnds() + 1);
+    }
+
+    // What this run changed besides the rows.
+    if (record) {
+        const std::string_view read = m.IsGrassValley ? Trim(m.ZeileEins) : Trim(Mid(m.ZeileEins, 7));
+        if (read != m.newSeqTitle)
+            report.push_back({ChangeKind::TitleApplied, -1, -1, 0, std::string(read), m.newSeqTitle});
+    }
+    if (o.comments && !m.myAbsMovieName.empty() && record)
+        report.push_back({ChangeKind::MovieApplied, -1, -1, 0, {}, m.myAbsMovieName});
+    if (masterReelEvents > 0)
+        report.push_back(
+            {ChangeKind::MasterReelApplied, -1, -1, masterReelEvents, {}, std::string(Trim(m.newReelName))});
+}
+
+EventFields EventFieldsOf(const Document& m, const ListPlan& plan, uint32_t row) {
+    const PlanOptions& o = plan.options;
+    const int64_t i = row;
+    EventFields f;
+    f.bTrack = m.copyIsBTrack.Get(i);
+    f.stars = o.keyToDissolve && IsCI(f.bTrack, "B");
+    f.number = At(m.copyEventNumberInt, i);
+    // Reel: a named master replaces every reel of a mirror list; without a name the generated
+    // clip reels replace the real sources and black and auxiliary stay.
+    f.reel = m.copyReelNames.Get(i);
+    if (o.mirror) {
+        if (!plan.masterReel.empty())
+            f.reel = plan.masterReel;
+        else if (!IsReservedReel(f.reel))
+            f.reel = m.cleanClipReelName.Get(i);
+    }
+    f.mode = m.copyMode.Get(i);
+    f.trans = m.copyTrans.Get(i);
+    f.duration = m.copyTransDur.Get(i);
+    // A mirror list points the source side at the record timecodes of the master.
+    f.recordIn = m.copyRecInTC.Get(i);
+    f.recordOut = m.copyRecOutTC.Get(i);
+    f.sourceIn = o.mirror ? f.recordIn : m.copySourceInTC.Get(i);
+    f.sourceOut = o.mirror ? f.recordOut : m.copySourceOutTC.Get(i);
+    return f;
+}
+
+}  // namespace vornelt

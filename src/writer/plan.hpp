@@ -1,0 +1,38 @@
+#pragma once
+// The plan of the new list (document/list_plan.hpp): which rows become event lines, which
+// notes are kept, where the generated comment lines go, decided from the copy tables and the
+// options; and the fields of each event line as values.
+
+#include <string_view>
+
+#include "document/document.hpp"
+#include "document/window_state.hpp"
+#include "platform/platform.hpp"
+
+namespace vornelt {
+
+// An event line's fields as values, before they are put into the list's columns.
+struct EventFields {
+    bool stars = false;  // the background row of a key made a dissolve: stars for a number
+    int32_t number = -1;
+    std::string_view reel;  // the reel as it goes into the reel field
+    std::string_view mode;
+    std::string_view trans;
+    std::string_view bTrack;
+    std::string_view duration;
+    std::string_view sourceIn;
+    std::string_view sourceOut;
+    std::string_view recordIn;
+    std::string_view recordOut;
+};
+
+// Plans the whole new list into m.plan under the options and entry fields of the window, and
+// records the writer's section of the report (motion lines left out, the title, the movie,
+// the master reel, the reels the mirror list renames).
+void PlanList(Document& m, const MainWindowState& window, Platform& platform);
+
+// The fields of the event line of a row under the plan's options. The texts point into the
+// document's tables and the plan.
+EventFields EventFieldsOf(const Document& m, const ListPlan& plan, uint32_t row);
+
+}  // namespace vornelt
