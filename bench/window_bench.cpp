@@ -8,11 +8,14 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
+#include <QTimer>
 #include <QTreeView>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -140,6 +143,33 @@ void Counters(benchmark::State& state, Program& p, int paintsBefore) {
     state.counters["paints"] =
         benchmark::Counter(double(p.paints.paints - paintsBefore), benchmark::Counter::kAvgIterations);
 }
+
+// A load through the windows, from the open button to the list shown: its time, and the
+// longest stretch in which the event loop was not served (the windows did not answer), which
+// a timer of 2 ms measures.
+void BM_WindowLoad(benchmark::State& state) {
+    const int events = int(state.range(0));
+    ListPath(events);  // written before the timing
+    qint64 longest = 0;
+    for (auto _ : state) {
+        QElapsedTimer clock;
+        qint64 last = 0;
+        longest = 0;
+        QTimer timer;
+        timer.setInterval(2);
+        QObject::connect(&timer, &QTimer::timeout, [&] {
+            longest = std::max(longest, clock.elapsed() - last);
+            last = clock.elapsed();
+        });
+        timer.start();
+        clock.start();
+        Program p(events);
+        longest = std::max(longest, clock.elapsed() - last);
+        state.counters["rows"] = double(p.document().maxZeilen + 1);
+    }
+    state.counters["longest freeze ms"] = double(longest);
+}
+BENCHMARK(BM_WindowLoad)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 
 // The click in the main window: the handler, the switch, NewEDL_02, the text area taking the
 // new list and painting its rows in sight.

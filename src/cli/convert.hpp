@@ -1,7 +1,8 @@
 #pragma once
-// vornelt-convert: the lists of the window, without a window. Each input is converted in a
-// fresh run of the program: the options are set before the load, the fields are edited
-// after it (title, movie, reel), and the list is saved through the save dialog.
+// vornelt-convert: the lists of the window, without a window. Each input is converted through
+// the library (vornelt::Convert), in a session of its own: the options are set before the
+// load, the fields are filled in after it (title, movie, reel), and the saved bytes go to the
+// input's output file, written whole before it takes the place of an earlier one.
 #include <ostream>
 
 namespace vornelt {

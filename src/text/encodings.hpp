@@ -1,6 +1,6 @@
 #pragma once
 // The two character sets at the edges of the system: a list is read as Windows Latin 1 and
-// saved as Mac OS Roman. Inside, every text is UTF-8 (see document/text.hpp).
+// saved as Mac OS Roman. Inside, every text is UTF-8 (the text operations of text/text.hpp).
 
 #include <functional>
 #include <string>

@@ -1,5 +1,6 @@
-// Long lists: the text area takes a conform list of a hundred thousand events at once, a click
-// on an option never freezes the window, and a large load keeps the windows served.
+// Long lists: the text area indexes a conform list of fifteen megabytes, a click on an option
+// shows the new list, and a large load keeps the windows served. How long each takes is for
+// the benchmarks (bench/window_bench.cpp): a shared machine's speed varies too much for a verdict.
 #include <QtTest>
 #include <QtWidgets>
 
@@ -13,31 +14,11 @@ namespace vornelt::qt::testing {
 
 namespace {
 
-// The figures are printed, not judged: a shared machine's speed varies too much for a
-// verdict, and the targets live in the benchmarks.
 #if defined(VORNELT_SANITIZED)
 constexpr int kLargeList = 20000;  // the sanitizers make every step many times slower
 #else
 constexpr int kLargeList = 100000;
 #endif
-
-// The longest time in which the event loop was not served while `work` ran: a timer ticks
-// every few milliseconds and each tick notes the time.
-qint64 LongestFreeze(const std::function<void()>& work) {
-    QElapsedTimer clock;
-    std::vector<qint64> ticks;
-    QTimer timer;
-    timer.setInterval(2);
-    QObject::connect(&timer, &QTimer::timeout, [&] { ticks.push_back(clock.elapsed()); });
-    timer.start();
-    clock.start();
-    ticks.push_back(0);
-    work();
-    ticks.push_back(clock.elapsed());
-    qint64 longest = 0;
-    for (size_t k = 1; k < ticks.size(); ++k) longest = std::max(longest, ticks[k] - ticks[k - 1]);
-    return longest;
-}
 
 // The lines of a text as a plain scan finds them: (start, end) of each.
 std::vector<std::pair<uint32_t, uint32_t>> PlainLines(const std::string& s) {
@@ -73,12 +54,8 @@ private slots:
         ListView view;
         view.resize(700, 514);
         view.show();
-        QElapsedTimer clock;
-        clock.start();
         view.setText(shared);
         view.repaint();
-        const qint64 ms = clock.elapsed();
-        qInfo("15 MB into the text area: %lld ms", static_cast<long long>(ms));
         QCOMPARE(view.lineCount(), int(shared->size() / line.size()) + 1);
     }
 
@@ -169,7 +146,7 @@ private slots:
         }
     }
 
-    void anOptionClickNeverFreezesTheWindow() {
+    void anOptionClickShowsTheNewList() {
         UiFixture f;
         f.LoadThroughWindows(f.WriteFile("ten-thousand.edl", List(10000)));
         MainWindowView& view = f.main();
@@ -177,11 +154,11 @@ private slots:
         auto* audio = view.findChild<QCheckBox*>("Chb_A1234");
         auto* wipes = view.findChild<QCheckBox*>("Chb_TransToDissolve");
         for (QCheckBox* box : {audio, wipes, audio, wipes}) {
-            const qint64 freeze = LongestFreeze([&] { QTest::mouseClick(box, Qt::LeftButton); });
-            qInfo("%s at 10,000 events: longest freeze %lld ms", qPrintable(box->objectName()),
-                  static_cast<long long>(freeze));
+            const std::shared_ptr<const std::string> before = view.EditField1()->text();
+            QTest::mouseClick(box, Qt::LeftButton);
+            QVERIFY(view.EditField1()->text() != before);
+            QCOMPARE(view.EditField1()->text(), f.window().EditField1.Text);
         }
-        QCOMPARE(view.EditField1()->text(), f.window().EditField1.Text);
     }
 
     void aLargeListLoadsWithTheWindowsServed() {
@@ -190,13 +167,8 @@ private slots:
         const FolderItem file = f.WriteFile("large.edl", List(kLargeList));
         bool progressShown = false;
         f.platform().onRedraw = [&](std::string_view) { progressShown = progressShown || f.shell().Progress(); };
-        QElapsedTimer clock;
-        clock.start();
         const int64_t servedBefore = f.platform().qt().TimesServed();
-        const qint64 freeze = LongestFreeze([&] { f.LoadThroughWindows(file); });
-        qInfo("%d events: load %lld ms, event loop served %lld times, longest freeze %lld ms", kLargeList,
-              static_cast<long long>(clock.elapsed()),
-              static_cast<long long>(f.platform().qt().TimesServed() - servedBefore), static_cast<long long>(freeze));
+        f.LoadThroughWindows(file);
         QVERIFY(progressShown);
         QVERIFY(f.document().maxZeilen > kLargeList);
         QVERIFY(f.platform().qt().TimesServed() > servedBefore);
