@@ -38,6 +38,32 @@ private slots:
         QCOMPARE(f.platform().openDialogsShown.size(), size_t(1));
     }
 
+    // Escape closes each window as its own way back does, and the window opens again.
+    void escapeClosesTheWindows() {
+        const struct {
+            const char* name;
+            QWidget* (*open)(UiFixture&);  // the widget that has the key
+            bool (*exists)(UiFixture&);
+        } windows[] = {
+            {"AboutWindow2",
+             [](UiFixture& f) -> QWidget* {
+                 f.Choose("About");
+                 return f.shell().About();
+             },
+             [](UiFixture& f) { return AboutWindow2Exists(f.shell().desktop()) || f.shell().About(); }},
+        };
+        for (const auto& w : windows) {
+            UiFixture f;
+            f.main();
+            for (int round = 0; round < 2; ++round) {
+                QWidget* key = w.open(f);
+                QVERIFY2(key && key->window()->isVisible(), w.name);
+                QTest::keyClick(key, Qt::Key_Escape);
+                QVERIFY2(QTest::qWaitFor([&] { return !w.exists(f); }, 1000), w.name);
+            }
+        }
+    }
+
     void progressShowsTheReadersRecordWhileItRuns() {
         UiFixture f;
         f.main();

@@ -288,6 +288,11 @@ void AboutView::mousePressEvent(QMouseEvent* event) {
     if (claimed) event->accept();
 }
 
+void AboutView::reject() {
+    // Escape closes the window as a click does; the next request makes a new one.
+    if (AboutWindow2Exists(shell_.desktop())) shell_.Dispatch(CloseAboutWindow2);
+}
+
 void AboutView::closeEvent(QCloseEvent* event) {
     if (!closingForGood_ && AboutWindow2Exists(shell_.desktop())) shell_.Dispatch(CloseAboutWindow2);
     event->accept();
