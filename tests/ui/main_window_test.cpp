@@ -240,6 +240,31 @@ private slots:
         QCOMPARE(view.EditField1()->text(), m.finalCMXString);
     }
 
+    // "What Changed" opens beside the main window and whole on its screen, wherever the main
+    // window stands.
+    void whatChangedOpensOnTheScreen() {
+        UiFixture f;
+        MainWindowView& view = f.LoadSample();
+        const QRect screen = view.screen()->availableGeometry();
+        const QRect frame = view.frameGeometry();
+        const QPoint places[] = {{screen.right() + 1 - frame.width(), screen.top()},
+                                 {screen.left(), screen.bottom() + 1 - frame.height()},
+                                 {screen.center().x() - frame.width() / 2, screen.top()}};
+        for (const QPoint& place : places) {
+            view.move(place);
+            f.Choose("FileWhatChanged");
+            WhatChangedView* report = f.shell().WhatChanged();
+            QVERIFY(report && report->isVisible());
+            QVERIFY2(screen.contains(report->frameGeometry()), qPrintable(QStringLiteral("%1,%2 %3x%4")
+                                                                              .arg(report->frameGeometry().x())
+                                                                              .arg(report->frameGeometry().y())
+                                                                              .arg(report->frameGeometry().width())
+                                                                              .arg(report->frameGeometry().height())));
+            report->close();
+            QVERIFY(QTest::qWaitFor([&] { return !f.shell().WhatChanged(); }, 1000));
+        }
+    }
+
     // "What Changed" stands beside the main window without blocking it and follows every
     // option click; a selected item shows its event's lines and scrolls the main list there.
     void whatChangedFollowsTheOptions() {
