@@ -240,6 +240,38 @@ private slots:
         QCOMPARE(view.EditField1()->text(), m.finalCMXString);
     }
 
+    // A list is taken as a copy, whatever the source proposes: a source that honours a move
+    // would delete the file, which is read only after the frame-rate question.
+    void aDropIsTakenAsACopy() {
+        const struct {
+            Qt::DropActions offered;
+            Qt::KeyboardModifiers keys;
+            Qt::DropAction proposed;
+            bool taken;
+        } drags[] = {
+            {Qt::CopyAction | Qt::MoveAction, Qt::ShiftModifier, Qt::MoveAction, true},
+            {Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::NoModifier, Qt::CopyAction, true},
+            {Qt::MoveAction, Qt::NoModifier, Qt::MoveAction, false},
+        };
+        for (const auto& d : drags) {
+            UiFixture f;
+            QWidget* area = f.main().EditField1()->viewport();
+            QMimeData mime;
+            mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(f.WriteFile("a.edl", "").AbsolutePath()))});
+            const QPoint at(area->width() / 2, area->height() / 2);
+            QDragEnterEvent enter(at, d.offered, &mime, Qt::LeftButton, d.keys);
+            QDragMoveEvent move(at, d.offered, &mime, Qt::LeftButton, d.keys);
+            QDropEvent drop(at, d.offered, &mime, Qt::LeftButton, d.keys);
+            QCOMPARE(drop.proposedAction(), d.proposed);
+            for (QDropEvent* e : std::initializer_list<QDropEvent*>{&enter, &move, &drop}) {
+                QApplication::sendEvent(area, e);
+                QCOMPARE(e->isAccepted(), d.taken);
+                if (d.taken) QCOMPARE(e->dropAction(), Qt::CopyAction);
+            }
+            QCOMPARE(f.shell().FrameRateIfDroped() != nullptr, d.taken);
+        }
+    }
+
     // "What Changed" opens beside the main window and whole on its screen, wherever the main
     // window stands.
     void whatChangedOpensOnTheScreen() {

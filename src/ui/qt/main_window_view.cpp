@@ -58,6 +58,19 @@ std::optional<QString> DroppableFile(const QMimeData* mime) {
     return path;
 }
 
+// A dragged list is always taken as a copy, whatever the source proposes: a source that
+// honours a move would delete the file, which is read only after the frame-rate question.
+// A source that offers no copy is refused.
+bool TakeAsCopy(QDropEvent* e) {
+    if (!(e->possibleActions() & Qt::CopyAction)) {
+        e->ignore();
+        return false;
+    }
+    e->setDropAction(Qt::CopyAction);
+    e->accept();
+    return true;
+}
+
 // The text without its control characters (U+0000 to U+001F and U+007F).
 QString WithoutControlCharacters(const QString& text) {
     QString out;
@@ -551,22 +564,21 @@ bool MainWindowView::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
         case QEvent::DragEnter: {
             auto* e = static_cast<QDragEnterEvent*>(event);
-            if (!DroppableFile(e->mimeData()) || !session().MainWindowExists()) {
+            if (!DroppableFile(e->mimeData()) || !session().MainWindowExists() || !TakeAsCopy(e)) {
                 e->ignore();
                 return true;
             }
             shell_.Dispatch(EditField1_DragEnter);
-            e->acceptProposedAction();
             return true;
         }
-        case QEvent::DragMove: static_cast<QDragMoveEvent*>(event)->acceptProposedAction(); return true;
+        case QEvent::DragMove: TakeAsCopy(static_cast<QDragMoveEvent*>(event)); return true;
         case QEvent::DragLeave:
             if (session().MainWindowExists()) shell_.Dispatch(EditField1_DragExit);
             return true;
         case QEvent::Drop: {
             auto* e = static_cast<QDropEvent*>(event);
             const std::optional<QString> file = DroppableFile(e->mimeData());
-            e->acceptProposedAction();
+            if (!TakeAsCopy(e)) return true;
             // Only the first file counts; the others are dropped without a word.
             FolderItemRef item;
             if (file) item = FolderItem(FromQ(*file));
