@@ -158,8 +158,9 @@ void QtPlatform::ShowProgressWindow() { shell_.ShowProgress(); }
 
 void QtPlatform::CloseProgressWindow() { shell_.CloseProgress(); }
 
-void QtPlatform::Launch(const FolderItem& file) {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(ToQ(file.AbsolutePath())));
+bool QtPlatform::Launch(const FolderItem& file) {
+    // False when the desktop has no program to hand the file to.
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(ToQ(file.AbsolutePath())));
 }
 
 void QtPlatform::ShowURL(std::string_view url) { QDesktopServices::openUrl(QUrl(ToQ(url))); }
