@@ -136,6 +136,24 @@ private slots:
         QCOMPARE(QApplication::focusWidget(), view.Control("EF_SeqTitle"));
         QCOMPARE(f.platform().messageDialogsShown.size(), size_t(1));
         QCOMPARE(reel->text(), QStringLiteral("NEW"));
+
+        // On screen, Escape in the question is its Cancel: the name is not taken.
+        f.platform().messageDialogsOnScreen = true;
+        bool escaped = false;
+        QTimer::singleShot(0, [&] {
+            QWidget* box = QApplication::activeModalWidget();
+            QVERIFY(box);
+            QTest::keyClick(box, Qt::Key_Escape);
+            escaped = !box->isVisible();
+            if (!escaped) box->findChild<QPushButton*>("ActionButton")->click();
+        });
+        reel->setFocus(Qt::OtherFocusReason);
+        reel->selectAll();
+        QTest::keyClicks(reel, "ax");
+        QTest::keyClick(reel, Qt::Key_Return);
+        QVERIFY(escaped);
+        QCOMPARE(f.platform().messageDialogsShown.size(), size_t(2));
+        QCOMPARE(reel->text(), QStringLiteral("NEW"));
     }
 
     void everyOptionClickReachesTheShownAndTheSavedList() {
@@ -273,7 +291,7 @@ private slots:
     }
 
     // "What Changed" opens beside the main window and whole on its screen, wherever the main
-    // window stands.
+    // window stands; Escape closes it.
     void whatChangedOpensOnTheScreen() {
         UiFixture f;
         MainWindowView& view = f.LoadSample();
@@ -292,7 +310,7 @@ private slots:
                                                                               .arg(report->frameGeometry().y())
                                                                               .arg(report->frameGeometry().width())
                                                                               .arg(report->frameGeometry().height())));
-            report->close();
+            QTest::keyClick(report->tree(), Qt::Key_Escape);
             QVERIFY(QTest::qWaitFor([&] { return !f.shell().WhatChanged(); }, 1000));
         }
     }

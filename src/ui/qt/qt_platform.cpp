@@ -113,16 +113,15 @@ DialogButton QtPlatform::ShowMessageDialog(const MessageDialogRequest& request) 
     QPushButton* action = box.addButton(ToQ(request.ActionCaption), QMessageBox::AcceptRole);
     action->setObjectName("ActionButton");
     QPushButton* alternate = nullptr;
-    QPushButton* cancel = nullptr;
     if (request.AlternateVisible) {
         alternate = box.addButton(ToQ(request.AlternateCaption), QMessageBox::DestructiveRole);
         alternate->setObjectName("AlternateActionButton");
     }
-    if (request.CancelVisible) {
-        cancel = box.addButton(ToQ(request.CancelCaption), QMessageBox::RejectRole);
-        cancel->setObjectName("CancelButton");
-        box.setEscapeButton(cancel);
-    }
+    // The dialog always has its cancel button, hidden or not, and Escape presses it.
+    QPushButton* cancel = box.addButton(ToQ(request.CancelCaption), QMessageBox::RejectRole);
+    cancel->setObjectName("CancelButton");
+    cancel->setVisible(request.CancelVisible);
+    box.setEscapeButton(cancel);
     box.setDefaultButton(action);
     box.exec();
     QAbstractButton* taken = box.clickedButton();

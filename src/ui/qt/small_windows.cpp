@@ -116,12 +116,13 @@ void FrameRateView::CloseForGood() {
 }
 
 void FrameRateView::reject() {
-    // Escape is no way back; only the title bar's close box is.
+    // Escape is the close box: the chain ends with no load.
+    close();
 }
 
 void FrameRateView::closeEvent(QCloseEvent* event) {
     if (closingForGood_) return event->accept();
-    // Closed by its title bar: the chain ends here, with no load.
+    // Closed by its title bar or Escape: the chain ends here, with no load.
     shell_.Dispatch(droped_ ? CloseFrameRateWindowIfDroped : CloseFrameRateWindow);
     event->accept();
 }
