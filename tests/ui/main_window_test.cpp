@@ -315,6 +315,31 @@ private slots:
         }
     }
 
+    // The menu bar's shortcuts work while "What Changed" has the keyboard.
+    void theShortcutsWorkInWhatChanged() {
+        UiFixture f;
+        f.LoadSample();
+        f.Choose("FileWhatChanged");
+        WhatChangedView* report = f.shell().WhatChanged();
+        report->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(report));
+        report->tree()->setFocus(Qt::OtherFocusReason);
+        const struct {
+            QKeySequence keys;
+            bool (*done)(UiFixture&);
+        } shortcuts[] = {
+            {QKeySequence(QStringLiteral("Ctrl+S")),
+             [](UiFixture& f) { return f.platform().saveDialogsShown.size() == 1; }},
+            {QKeySequence(QStringLiteral("Ctrl+O")),
+             [](UiFixture& f) { return f.platform().messageDialogsShown.size() == 1; }},  // the unsaved list first
+            {QKeySequence(QStringLiteral("Ctrl+1")), [](UiFixture& f) { return f.shell().About() != nullptr; }},
+        };
+        for (const auto& s : shortcuts) {
+            QTest::keySequence(report->tree(), s.keys);
+            QVERIFY2(s.done(f), qPrintable(s.keys.toString()));
+        }
+    }
+
     // "What Changed" stands beside the main window without blocking it and follows every
     // option click; a selected item shows its event's lines and scrolls the main list there.
     void whatChangedFollowsTheOptions() {

@@ -373,6 +373,9 @@ void AppShell::ShowWhatChanged() {
     if (!whatChanged_) {
         whatChanged_ = new WhatChangedView(*this);
         if (main_ && main_->isVisible()) PlaceBeside(whatChanged_, main_);
+        // The menu bar's shortcuts work in this window as in the main window.
+        for (const auto& [name, item] : items_)
+            if (!item->isSeparator()) whatChanged_->addAction(item);
     }
     whatChanged_->Refresh();
     whatChanged_->show();
