@@ -75,7 +75,7 @@ private slots:
         }
     }
 
-    void aLoadShowsTheListAndTabGoesThroughSixControls() {
+    void aLoadShowsTheListAndTabGoesThroughTheControls() {
         UiFixture f;
         MainWindowView& view = f.LoadSample("Harbour Reel 2.edl", true);
         QCOMPARE(view.windowTitle(), QStringLiteral("Harbour Reel 2.edl[*]"));
@@ -86,15 +86,27 @@ private slots:
         QCOMPARE(view.EditField1()->text(), f.document().finalCMXString);
         view.Control("BtnOpenEDL")->setFocus(Qt::OtherFocusReason);
         QVERIFY(QApplication::focusWidget());
+        // The six in their order, then the enabled options from the top, and round again.
         QStringList order{QApplication::focusWidget()->objectName()};
-        for (int k = 0; k < 6; ++k) {
+        for (int k = 0; k < 30 && (k == 0 || order.back() != QLatin1String("BtnOpenEDL")); ++k) {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
             QWidget* w = QApplication::focusWidget();
             while (w && w->objectName().isEmpty()) w = w->parentWidget();
             order << (w ? w->objectName() : QString());
         }
         QCOMPARE(order, (QStringList{"BtnOpenEDL", "BtnSaveEDL", "EF_ReelName", "EF_SeqTitle", "EF_RenderedMovie",
-                                     "EditField1", "BtnOpenEDL"}));
+                                     "EditField1", "Chb_Mirror", "Chb_V2", "Chb_A1234", "Chb_RemoveFreezeFrame",
+                                     "Chb_RemoveSpeedChanges", "Chb_TransToDissolve", "Chb_KeyToDissolve",
+                                     "Chb_ComntGenerateNew", "PopupTransition", "BtnOpenEDL"}));
+        // Reached by the keyboard, an option takes its keys: Space clicks a box, an arrow picks a row.
+        QWidget* mirror = view.Control("Chb_Mirror");
+        mirror->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(mirror, Qt::Key_Space);
+        QVERIFY(!f.window().Chb_Mirror.Value);
+        QWidget* popup = view.Control("PopupTransition");
+        popup->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(popup, Qt::Key_Up);
+        QCOMPARE(f.window().PopupTransition.ListIndex, 0);
 
         // The picture of the manual and the README: a movie named in the comments. Every
         // change of the movie field renders the list anew; Return takes the name into it.

@@ -363,7 +363,6 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
     popupTransition_->setObjectName("PopupTransition");
     popupTransition_->addItem(QStringLiteral("Set Transitions to FCP-WipeCodes"));
     popupTransition_->addItem(QStringLiteral("Set Transitions to SMPTE-WipeCodes"));
-    popupTransition_->setFocusPolicy(Qt::ClickFocus);
     popupTransition_->setFont(ControlFont(kSmall));
     popupTransition_->setGeometry(742 - 732, 586 - 530, 209, 20);
     connect(popupTransition_, &QComboBox::activated, this, [this](int row) {
@@ -379,16 +378,18 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
     Check(comment, "Chb_ComntOther", "Other", {742, 676, 178, 20}, &MainWindowState::Chb_ComntOther,
           Chb_ComntOther_Action);
 
-    // The keyboard goes through these six; the other controls take the focus by a click.
-    for (QWidget* w : std::initializer_list<QWidget*>{btnOpen_, btnSave_, reel, title, movie, editField1_})
-        w->setFocusPolicy(Qt::StrongFocus);
+    // The keyboard goes through these six first, then through the options from the top of
+    // the right column (a disabled one is passed over); the two other buttons take the focus
+    // by a click only.
+    std::vector<QWidget*> order{btnOpen_, btnSave_, reel, title, movie, editField1_};
+    for (const CheckBinding& c : checks_) {
+        order.push_back(c.box);
+        if (c.box->objectName() == QLatin1String("Chb_ComntGenerateNew")) order.push_back(popupTransition_);
+    }
+    for (QWidget* w : order) w->setFocusPolicy(Qt::StrongFocus);
+    for (size_t k = 1; k < order.size(); ++k) setTabOrder(order[k - 1], order[k]);
     btnSelectMovie_->setFocusPolicy(Qt::ClickFocus);
     btnResetAll_->setFocusPolicy(Qt::ClickFocus);
-    setTabOrder(btnOpen_, btnSave_);
-    setTabOrder(btnSave_, reel);
-    setTabOrder(reel, title);
-    setTabOrder(title, movie);
-    setTabOrder(movie, editField1_);
 
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { FocusMoved(now); });
 
@@ -422,7 +423,6 @@ QCheckBox* MainWindowView::Check(QGroupBox* box, const char* name, const char* c
     auto* c = new QCheckBox(QString::fromUtf8(caption), box);
     c->setObjectName(QString::fromUtf8(name));
     c->setFont(ControlFont(kSmall));
-    c->setFocusPolicy(Qt::ClickFocus);
     c->setGeometry(windowRect.translated(-box->geometry().topLeft()));
     checks_.push_back({c, member});
     connect(c, &QCheckBox::clicked, this, [this, member, handler](bool checked) {
