@@ -85,7 +85,8 @@ public:
     virtual void SetMacTypeAndCreator(const FolderItem& file, std::string_view type, std::string_view creator);
 
     // ---- the world outside ----
-    virtual void Launch(const FolderItem& file) = 0;  // open in the default application
+    // Opens the file in the default application; false when no application could be started.
+    virtual bool Launch(const FolderItem& file) = 0;
     virtual void ShowURL(std::string_view url) = 0;
     virtual FolderItem ExecutableFile();
 };
@@ -104,7 +105,7 @@ public:
     void Redraw(std::string_view) override {}
     void ShowProgressWindow() override {}
     void CloseProgressWindow() override {}
-    void Launch(const FolderItem&) override {}
+    bool Launch(const FolderItem&) override { return true; }
     void ShowURL(std::string_view) override {}
 };
 

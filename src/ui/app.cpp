@@ -128,12 +128,17 @@ bool App_About_Action(Desktop& d) {
 
 void OpenPDFHelp(Desktop& d) {
     // Two levels above the program: the bundle's Contents, or the top of the build or
-    // installed tree. Whether the manual is there is the viewer's business.
+    // installed tree.
     FolderItem program = Plat(d).ExecutableFile();
     FolderItemRef folder = program.Parent();
     if (folder) folder = folder->Parent();
     if (!folder) return;
-    Plat(d).Launch(folder->Child("Resources").Child("Manual.pdf"));
+    const FolderItem manual = folder->Child("Resources").Child("Manual.pdf");
+    // Whether the manual is there is the viewer's business; where no program takes it at
+    // all, the user is told where it is, to open it some other way.
+    if (!Plat(d).Launch(manual))
+        Plat(d).MsgBox("The manual could not be opened.\r\rIt is the file\r" + manual.AbsolutePath() +
+                       "\r\rOpen it with a program that shows PDF files.");
 }
 
 }  // namespace vornelt

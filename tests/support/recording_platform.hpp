@@ -18,6 +18,7 @@ public:
     std::deque<DialogButton> messageDialogAnswers;
     bool failCreateTextFile = false;            // creating a text file fails (the stream is none)
     std::optional<size_t> failWriteAfterBytes;  // a write fails once this many bytes have gone
+    bool launchFails = false;                   // no program opens a launched file
 
     std::vector<OpenDialogRequest> openDialogsShown;
     std::vector<SaveDialogRequest> saveDialogsShown;
@@ -53,7 +54,10 @@ public:
     void ShowProgressWindow() override { ++progressShows; }
     void CloseProgressWindow() override { ++progressCloses; }
     std::unique_ptr<TextOutputStream> CreateTextFile(const FolderItem& file) override;
-    void Launch(const FolderItem& file) override { launched.push_back(file.AbsolutePath()); }
+    bool Launch(const FolderItem& file) override {
+        launched.push_back(file.AbsolutePath());
+        return !launchFails;
+    }
     void ShowURL(std::string_view url) override { launched.emplace_back(url); }
 
 private:

@@ -43,6 +43,12 @@ private slots:
         const QString manual = QString::fromStdString(f.platform().launched.back());
         QVERIFY(manual.endsWith("/Resources/Manual.pdf"));
         QVERIFY2(QFileInfo::exists(manual), qPrintable(manual));  // the build tree holds it there
+        QVERIFY(f.platform().messages.empty());
+        // With no program to show it, the user learns where the manual is.
+        f.platform().launchFails = true;
+        f.Choose("HelpHelp");
+        QCOMPARE(f.platform().messages.size(), size_t(1));
+        QVERIFY2(QString::fromStdString(f.platform().messages[0]).contains(manual), f.platform().messages[0].c_str());
         f.Choose("About");
         QVERIFY(f.shell().About());
         // Open asks for the rate first; choosing the movie has regenerated the (empty) list,

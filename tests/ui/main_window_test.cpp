@@ -75,7 +75,7 @@ private slots:
         }
     }
 
-    void aLoadShowsTheListAndTabGoesThroughSixControls() {
+    void aLoadShowsTheListAndTabGoesThroughTheControls() {
         UiFixture f;
         MainWindowView& view = f.LoadSample("Harbour Reel 2.edl", true);
         QCOMPARE(view.windowTitle(), QStringLiteral("Harbour Reel 2.edl[*]"));
@@ -86,15 +86,27 @@ private slots:
         QCOMPARE(view.EditField1()->text(), f.document().finalCMXString);
         view.Control("BtnOpenEDL")->setFocus(Qt::OtherFocusReason);
         QVERIFY(QApplication::focusWidget());
+        // The six in their order, then the enabled options from the top, and round again.
         QStringList order{QApplication::focusWidget()->objectName()};
-        for (int k = 0; k < 6; ++k) {
+        for (int k = 0; k < 30 && (k == 0 || order.back() != QLatin1String("BtnOpenEDL")); ++k) {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
             QWidget* w = QApplication::focusWidget();
             while (w && w->objectName().isEmpty()) w = w->parentWidget();
             order << (w ? w->objectName() : QString());
         }
         QCOMPARE(order, (QStringList{"BtnOpenEDL", "BtnSaveEDL", "EF_ReelName", "EF_SeqTitle", "EF_RenderedMovie",
-                                     "EditField1", "BtnOpenEDL"}));
+                                     "EditField1", "Chb_Mirror", "Chb_V2", "Chb_A1234", "Chb_RemoveFreezeFrame",
+                                     "Chb_RemoveSpeedChanges", "Chb_TransToDissolve", "Chb_KeyToDissolve",
+                                     "Chb_ComntGenerateNew", "PopupTransition", "BtnOpenEDL"}));
+        // Reached by the keyboard, an option takes its keys: Space clicks a box, an arrow picks a row.
+        QWidget* mirror = view.Control("Chb_Mirror");
+        mirror->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(mirror, Qt::Key_Space);
+        QVERIFY(!f.window().Chb_Mirror.Value);
+        QWidget* popup = view.Control("PopupTransition");
+        popup->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(popup, Qt::Key_Up);
+        QCOMPARE(f.window().PopupTransition.ListIndex, 0);
 
         // The picture of the manual and the README: a movie named in the comments. Every
         // change of the movie field renders the list anew; Return takes the name into it.
@@ -135,6 +147,24 @@ private slots:
         QTest::keyClick(reel, Qt::Key_Return);
         QCOMPARE(QApplication::focusWidget(), view.Control("EF_SeqTitle"));
         QCOMPARE(f.platform().messageDialogsShown.size(), size_t(1));
+        QCOMPARE(reel->text(), QStringLiteral("NEW"));
+
+        // On screen, Escape in the question is its Cancel: the name is not taken.
+        f.platform().messageDialogsOnScreen = true;
+        bool escaped = false;
+        QTimer::singleShot(0, [&] {
+            QWidget* box = QApplication::activeModalWidget();
+            QVERIFY(box);
+            QTest::keyClick(box, Qt::Key_Escape);
+            escaped = !box->isVisible();
+            if (!escaped) box->findChild<QPushButton*>("ActionButton")->click();
+        });
+        reel->setFocus(Qt::OtherFocusReason);
+        reel->selectAll();
+        QTest::keyClicks(reel, "ax");
+        QTest::keyClick(reel, Qt::Key_Return);
+        QVERIFY(escaped);
+        QCOMPARE(f.platform().messageDialogsShown.size(), size_t(2));
         QCOMPARE(reel->text(), QStringLiteral("NEW"));
     }
 
@@ -238,6 +268,88 @@ private slots:
         f.shell().Dispatch(EditField1_DragExit);
         QTest::keyClicks(view.EditField1(), "z");
         QCOMPARE(view.EditField1()->text(), m.finalCMXString);
+    }
+
+    // A list is taken as a copy, whatever the source proposes: a source that honours a move
+    // would delete the file, which is read only after the frame-rate question.
+    void aDropIsTakenAsACopy() {
+        const struct {
+            Qt::DropActions offered;
+            Qt::KeyboardModifiers keys;
+            Qt::DropAction proposed;
+            bool taken;
+        } drags[] = {
+            {Qt::CopyAction | Qt::MoveAction, Qt::ShiftModifier, Qt::MoveAction, true},
+            {Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::NoModifier, Qt::CopyAction, true},
+            {Qt::MoveAction, Qt::NoModifier, Qt::MoveAction, false},
+        };
+        for (const auto& d : drags) {
+            UiFixture f;
+            QWidget* area = f.main().EditField1()->viewport();
+            QMimeData mime;
+            mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(f.WriteFile("a.edl", "").AbsolutePath()))});
+            const QPoint at(area->width() / 2, area->height() / 2);
+            QDragEnterEvent enter(at, d.offered, &mime, Qt::LeftButton, d.keys);
+            QDragMoveEvent move(at, d.offered, &mime, Qt::LeftButton, d.keys);
+            QDropEvent drop(at, d.offered, &mime, Qt::LeftButton, d.keys);
+            QCOMPARE(drop.proposedAction(), d.proposed);
+            for (QDropEvent* e : std::initializer_list<QDropEvent*>{&enter, &move, &drop}) {
+                QApplication::sendEvent(area, e);
+                QCOMPARE(e->isAccepted(), d.taken);
+                if (d.taken) QCOMPARE(e->dropAction(), Qt::CopyAction);
+            }
+            QCOMPARE(f.shell().FrameRateIfDroped() != nullptr, d.taken);
+        }
+    }
+
+    // "What Changed" opens beside the main window and whole on its screen, wherever the main
+    // window stands; Escape closes it.
+    void whatChangedOpensOnTheScreen() {
+        UiFixture f;
+        MainWindowView& view = f.LoadSample();
+        const QRect screen = view.screen()->availableGeometry();
+        const QRect frame = view.frameGeometry();
+        const QPoint places[] = {{screen.right() + 1 - frame.width(), screen.top()},
+                                 {screen.left(), screen.bottom() + 1 - frame.height()},
+                                 {screen.center().x() - frame.width() / 2, screen.top()}};
+        for (const QPoint& place : places) {
+            view.move(place);
+            f.Choose("FileWhatChanged");
+            WhatChangedView* report = f.shell().WhatChanged();
+            QVERIFY(report && report->isVisible());
+            QVERIFY2(screen.contains(report->frameGeometry()), qPrintable(QStringLiteral("%1,%2 %3x%4")
+                                                                              .arg(report->frameGeometry().x())
+                                                                              .arg(report->frameGeometry().y())
+                                                                              .arg(report->frameGeometry().width())
+                                                                              .arg(report->frameGeometry().height())));
+            QTest::keyClick(report->tree(), Qt::Key_Escape);
+            QVERIFY(QTest::qWaitFor([&] { return !f.shell().WhatChanged(); }, 1000));
+        }
+    }
+
+    // The menu bar's shortcuts work while "What Changed" has the keyboard.
+    void theShortcutsWorkInWhatChanged() {
+        UiFixture f;
+        f.LoadSample();
+        f.Choose("FileWhatChanged");
+        WhatChangedView* report = f.shell().WhatChanged();
+        report->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(report));
+        report->tree()->setFocus(Qt::OtherFocusReason);
+        const struct {
+            QKeySequence keys;
+            bool (*done)(UiFixture&);
+        } shortcuts[] = {
+            {QKeySequence(QStringLiteral("Ctrl+S")),
+             [](UiFixture& f) { return f.platform().saveDialogsShown.size() == 1; }},
+            {QKeySequence(QStringLiteral("Ctrl+O")),
+             [](UiFixture& f) { return f.platform().messageDialogsShown.size() == 1; }},  // the unsaved list first
+            {QKeySequence(QStringLiteral("Ctrl+1")), [](UiFixture& f) { return f.shell().About() != nullptr; }},
+        };
+        for (const auto& s : shortcuts) {
+            QTest::keySequence(report->tree(), s.keys);
+            QVERIFY2(s.done(f), qPrintable(s.keys.toString()));
+        }
     }
 
     // "What Changed" stands beside the main window without blocking it and follows every

@@ -3,7 +3,9 @@
 #include <QtWidgets>
 
 #include "ui/handlers.hpp"
+#include "ui/qt/list_view.hpp"
 #include "ui/qt/qt_util.hpp"
+#include "ui/qt/what_changed_view.hpp"
 #include "ui_fixture.hpp"
 
 namespace vornelt::qt::testing {
@@ -26,16 +28,62 @@ private slots:
         QVERIFY(!f.shell().FrameRate());
         QCOMPARE(qobject_cast<QLabel*>(main.Control("ST_FrameRate"))->text(), QStringLiteral("24"));
 
-        // The next question opens on PAL again. Escape is no way back; the close box ends the chain.
+        // The next question opens on PAL again. The close box ends the chain.
         f.platform().messageDialogAnswers.push_back(DialogButton::Alternate);  // the list is unsaved
         f.shell().Dispatch(BtnOpenEDL_Action);
         view = f.shell().FrameRate();
         QCOMPARE(view->Popup()->currentIndex(), 1);
-        QTest::keyClick(view, Qt::Key_Escape);
-        QVERIFY(f.shell().FrameRate() == view && view->isVisible());
         QVERIFY(view->close());
         QVERIFY(!FrameRateWindowExists(f.shell().desktop()) && !f.shell().FrameRate());
         QCOMPARE(f.platform().openDialogsShown.size(), size_t(1));
+    }
+
+    // Escape closes each window as its own way back does, and the window opens again.
+    void escapeClosesTheWindows() {
+        const struct {
+            const char* name;
+            QWidget* (*open)(UiFixture&);  // the widget that has the key
+            bool (*exists)(UiFixture&);
+        } windows[] = {
+            {"FrameRateWindow",
+             [](UiFixture& f) -> QWidget* {
+                 f.shell().Dispatch(BtnOpenEDL_Action);
+                 return f.shell().FrameRate();
+             },
+             [](UiFixture& f) { return FrameRateWindowExists(f.shell().desktop()) || f.shell().FrameRate(); }},
+            {"FrameRateWindowIfDroped",
+             [](UiFixture& f) -> QWidget* {
+                 DropFiles(f.main().EditField1()->viewport(), {f.WriteFile("dropped.edl", SampleList())});
+                 return f.shell().FrameRateIfDroped();
+             },
+             [](UiFixture& f) {
+                 return FrameRateWindowIfDropedExists(f.shell().desktop()) || f.shell().FrameRateIfDroped();
+             }},
+            {"AboutWindow2",
+             [](UiFixture& f) -> QWidget* {
+                 f.Choose("About");
+                 return f.shell().About();
+             },
+             [](UiFixture& f) { return AboutWindow2Exists(f.shell().desktop()) || f.shell().About(); }},
+            {"WhatChangedWindow",
+             [](UiFixture& f) -> QWidget* {
+                 f.Choose("FileWhatChanged");
+                 return f.shell().WhatChanged() ? f.shell().WhatChanged()->tree() : nullptr;
+             },
+             [](UiFixture& f) { return f.shell().WhatChanged() != nullptr; }},
+        };
+        for (const auto& w : windows) {
+            UiFixture f;
+            f.main();
+            for (int round = 0; round < 2; ++round) {
+                QWidget* key = w.open(f);
+                QVERIFY2(key && key->window()->isVisible(), w.name);
+                QTest::keyClick(key, Qt::Key_Escape);
+                QVERIFY2(QTest::qWaitFor([&] { return !w.exists(f); }, 1000), w.name);
+            }
+            // A question closed so ends the chain: no file is asked for, and nothing is read.
+            QVERIFY2(f.platform().openDialogsShown.empty() && !f.document().dbCreated, w.name);
+        }
     }
 
     void progressShowsTheReadersRecordWhileItRuns() {

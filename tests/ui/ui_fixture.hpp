@@ -20,6 +20,8 @@ class WindowTestPlatform final : public RecordingPlatform {
 public:
     explicit WindowTestPlatform(AppShell& shell) : qt_(shell) {}
     QtPlatform& qt() { return qt_; }
+    // Message dialogs stand on screen, modal, until the test's keys or clicks answer them.
+    bool messageDialogsOnScreen = false;
 
     // Before a dialog the windows are brought in line, as on screen: the frame-rate window
     // closes before the open dialog.
@@ -37,7 +39,9 @@ public:
     }
     DialogButton ShowMessageDialog(const MessageDialogRequest& r) override {
         qt_.BeforeDialog();
-        return RecordingPlatform::ShowMessageDialog(r);
+        if (!messageDialogsOnScreen) return RecordingPlatform::ShowMessageDialog(r);
+        messageDialogsShown.push_back(r);
+        return qt_.ShowMessageDialog(r);
     }
     int SetWindowModified(bool modified) override {
         RecordingPlatform::SetWindowModified(modified);

@@ -13,6 +13,7 @@
 #include <QScreen>
 #include <QTimer>
 
+#include <algorithm>
 #include <exception>
 
 #include "document/window_state.hpp"
@@ -89,6 +90,28 @@ void CentreOver(QWidget* window, QWidget* over) {
     r.moveCenter(area.center());
     // A little above the middle, where a question is looked for.
     window->move(r.topLeft().x(), std::max(area.top(), r.topLeft().y() - area.height() / 8));
+}
+
+// Beside the window `beside`, on its right where its screen has room, else on its left, else
+// over its edge: always whole on the screen that holds it, and no larger than that screen.
+void PlaceBeside(QWidget* window, QWidget* beside) {
+    QScreen* screen = beside->screen();
+    if (!screen) return;
+    const QRect area = screen->availableGeometry();
+    const QRect by = beside->frameGeometry();
+    // The window's frame is not known before it is shown: it is taken to be as wide as the
+    // frame of the window beside it.
+    const QRect inside = beside->geometry();
+    const QMargins frame(inside.left() - by.left(), inside.top() - by.top(), by.right() - inside.right(),
+                         by.bottom() - inside.bottom());
+    window->resize(window->size().boundedTo(area.size().shrunkBy(frame)));
+    const QSize size = window->size().grownBy(frame);
+    constexpr int kGap = 8;
+    int x = by.right() + 1 + kGap;
+    if (x + size.width() > area.right() + 1) x = by.left() - kGap - size.width();
+    if (x < area.left()) x = std::max(area.left(), area.right() + 1 - size.width());
+    const int y = std::max(area.top(), std::min(by.top(), area.bottom() + 1 - size.height()));
+    window->move(x, y);
 }
 
 }  // namespace
@@ -349,11 +372,10 @@ void AppShell::SyncOnce() {
 void AppShell::ShowWhatChanged() {
     if (!whatChanged_) {
         whatChanged_ = new WhatChangedView(*this);
-        // Beside the main window, on its right, where the screen has room.
-        if (main_ && main_->isVisible()) {
-            const QRect frame = main_->frameGeometry();
-            whatChanged_->move(frame.right() + 8, frame.top());
-        }
+        if (main_ && main_->isVisible()) PlaceBeside(whatChanged_, main_);
+        // The menu bar's shortcuts work in this window as in the main window.
+        for (const auto& [name, item] : items_)
+            if (!item->isSeparator()) whatChanged_->addAction(item);
     }
     whatChanged_->Refresh();
     whatChanged_->show();

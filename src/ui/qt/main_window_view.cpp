@@ -58,6 +58,19 @@ std::optional<QString> DroppableFile(const QMimeData* mime) {
     return path;
 }
 
+// A dragged list is always taken as a copy, whatever the source proposes: a source that
+// honours a move would delete the file, which is read only after the frame-rate question.
+// A source that offers no copy is refused.
+bool TakeAsCopy(QDropEvent* e) {
+    if (!(e->possibleActions() & Qt::CopyAction)) {
+        e->ignore();
+        return false;
+    }
+    e->setDropAction(Qt::CopyAction);
+    e->accept();
+    return true;
+}
+
 // The text without its control characters (U+0000 to U+001F and U+007F).
 QString WithoutControlCharacters(const QString& text) {
     QString out;
@@ -350,7 +363,6 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
     popupTransition_->setObjectName("PopupTransition");
     popupTransition_->addItem(QStringLiteral("Set Transitions to FCP-WipeCodes"));
     popupTransition_->addItem(QStringLiteral("Set Transitions to SMPTE-WipeCodes"));
-    popupTransition_->setFocusPolicy(Qt::ClickFocus);
     popupTransition_->setFont(ControlFont(kSmall));
     popupTransition_->setGeometry(742 - 732, 586 - 530, 209, 20);
     connect(popupTransition_, &QComboBox::activated, this, [this](int row) {
@@ -366,16 +378,18 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
     Check(comment, "Chb_ComntOther", "Other", {742, 676, 178, 20}, &MainWindowState::Chb_ComntOther,
           Chb_ComntOther_Action);
 
-    // The keyboard goes through these six; the other controls take the focus by a click.
-    for (QWidget* w : std::initializer_list<QWidget*>{btnOpen_, btnSave_, reel, title, movie, editField1_})
-        w->setFocusPolicy(Qt::StrongFocus);
+    // The keyboard goes through these six first, then through the options from the top of
+    // the right column (a disabled one is passed over); the two other buttons take the focus
+    // by a click only.
+    std::vector<QWidget*> order{btnOpen_, btnSave_, reel, title, movie, editField1_};
+    for (const CheckBinding& c : checks_) {
+        order.push_back(c.box);
+        if (c.box->objectName() == QLatin1String("Chb_ComntGenerateNew")) order.push_back(popupTransition_);
+    }
+    for (QWidget* w : order) w->setFocusPolicy(Qt::StrongFocus);
+    for (size_t k = 1; k < order.size(); ++k) setTabOrder(order[k - 1], order[k]);
     btnSelectMovie_->setFocusPolicy(Qt::ClickFocus);
     btnResetAll_->setFocusPolicy(Qt::ClickFocus);
-    setTabOrder(btnOpen_, btnSave_);
-    setTabOrder(btnSave_, reel);
-    setTabOrder(reel, title);
-    setTabOrder(title, movie);
-    setTabOrder(movie, editField1_);
 
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { FocusMoved(now); });
 
@@ -409,7 +423,6 @@ QCheckBox* MainWindowView::Check(QGroupBox* box, const char* name, const char* c
     auto* c = new QCheckBox(QString::fromUtf8(caption), box);
     c->setObjectName(QString::fromUtf8(name));
     c->setFont(ControlFont(kSmall));
-    c->setFocusPolicy(Qt::ClickFocus);
     c->setGeometry(windowRect.translated(-box->geometry().topLeft()));
     checks_.push_back({c, member});
     connect(c, &QCheckBox::clicked, this, [this, member, handler](bool checked) {
@@ -551,22 +564,21 @@ bool MainWindowView::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
         case QEvent::DragEnter: {
             auto* e = static_cast<QDragEnterEvent*>(event);
-            if (!DroppableFile(e->mimeData()) || !session().MainWindowExists()) {
+            if (!DroppableFile(e->mimeData()) || !session().MainWindowExists() || !TakeAsCopy(e)) {
                 e->ignore();
                 return true;
             }
             shell_.Dispatch(EditField1_DragEnter);
-            e->acceptProposedAction();
             return true;
         }
-        case QEvent::DragMove: static_cast<QDragMoveEvent*>(event)->acceptProposedAction(); return true;
+        case QEvent::DragMove: TakeAsCopy(static_cast<QDragMoveEvent*>(event)); return true;
         case QEvent::DragLeave:
             if (session().MainWindowExists()) shell_.Dispatch(EditField1_DragExit);
             return true;
         case QEvent::Drop: {
             auto* e = static_cast<QDropEvent*>(event);
             const std::optional<QString> file = DroppableFile(e->mimeData());
-            e->acceptProposedAction();
+            if (!TakeAsCopy(e)) return true;
             // Only the first file counts; the others are dropped without a word.
             FolderItemRef item;
             if (file) item = FolderItem(FromQ(*file));

@@ -113,16 +113,15 @@ DialogButton QtPlatform::ShowMessageDialog(const MessageDialogRequest& request) 
     QPushButton* action = box.addButton(ToQ(request.ActionCaption), QMessageBox::AcceptRole);
     action->setObjectName("ActionButton");
     QPushButton* alternate = nullptr;
-    QPushButton* cancel = nullptr;
     if (request.AlternateVisible) {
         alternate = box.addButton(ToQ(request.AlternateCaption), QMessageBox::DestructiveRole);
         alternate->setObjectName("AlternateActionButton");
     }
-    if (request.CancelVisible) {
-        cancel = box.addButton(ToQ(request.CancelCaption), QMessageBox::RejectRole);
-        cancel->setObjectName("CancelButton");
-        box.setEscapeButton(cancel);
-    }
+    // The dialog always has its cancel button, hidden or not, and Escape presses it.
+    QPushButton* cancel = box.addButton(ToQ(request.CancelCaption), QMessageBox::RejectRole);
+    cancel->setObjectName("CancelButton");
+    cancel->setVisible(request.CancelVisible);
+    box.setEscapeButton(cancel);
     box.setDefaultButton(action);
     box.exec();
     QAbstractButton* taken = box.clickedButton();
@@ -158,8 +157,9 @@ void QtPlatform::ShowProgressWindow() { shell_.ShowProgress(); }
 
 void QtPlatform::CloseProgressWindow() { shell_.CloseProgress(); }
 
-void QtPlatform::Launch(const FolderItem& file) {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(ToQ(file.AbsolutePath())));
+bool QtPlatform::Launch(const FolderItem& file) {
+    // False when the desktop has no program to hand the file to.
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(ToQ(file.AbsolutePath())));
 }
 
 void QtPlatform::ShowURL(std::string_view url) { QDesktopServices::openUrl(QUrl(ToQ(url))); }

@@ -26,7 +26,7 @@ public:
     void Redraw(std::string_view control) override;
     void ShowProgressWindow() override;
     void CloseProgressWindow() override;
-    void Launch(const FolderItem& file) override;
+    bool Launch(const FolderItem& file) override;
     void ShowURL(std::string_view url) override;
 
     // The long loops call Yield once per row; the event loop is served at most this often.

@@ -116,12 +116,13 @@ void FrameRateView::CloseForGood() {
 }
 
 void FrameRateView::reject() {
-    // Escape is no way back; only the title bar's close box is.
+    // Escape is the close box: the chain ends with no load.
+    close();
 }
 
 void FrameRateView::closeEvent(QCloseEvent* event) {
     if (closingForGood_) return event->accept();
-    // Closed by its title bar: the chain ends here, with no load.
+    // Closed by its title bar or Escape: the chain ends here, with no load.
     shell_.Dispatch(droped_ ? CloseFrameRateWindowIfDroped : CloseFrameRateWindow);
     event->accept();
 }
@@ -286,6 +287,11 @@ void AboutView::mousePressEvent(QMouseEvent* event) {
     bool claimed = false;
     shell_.Dispatch([&](Desktop& d) { claimed = AboutWindow2_Event_MouseDown(d); });
     if (claimed) event->accept();
+}
+
+void AboutView::reject() {
+    // Escape closes the window as a click does; the next request makes a new one.
+    if (AboutWindow2Exists(shell_.desktop())) shell_.Dispatch(CloseAboutWindow2);
 }
 
 void AboutView::closeEvent(QCloseEvent* event) {

@@ -126,6 +126,7 @@ public:
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void reject() override;
 
 private:
     AppShell& shell_;

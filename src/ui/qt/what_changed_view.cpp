@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QSplitter>
@@ -169,6 +170,15 @@ void WhatChangedView::Refresh() {
                                   : QStringLiteral("No list is loaded."));
     asRead_->clear();
     asWritten_->clear();
+}
+
+void WhatChangedView::keyPressEvent(QKeyEvent* event) {
+    // Escape closes the window, as it closes a dialog.
+    if (event->matches(QKeySequence::Cancel)) {
+        close();
+        return;
+    }
+    QWidget::keyPressEvent(event);
 }
 
 void WhatChangedView::Selected(const QModelIndex& index) {

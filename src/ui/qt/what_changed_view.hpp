@@ -66,6 +66,9 @@ public:
     QPlainTextEdit* asRead() const { return asRead_; }
     QPlainTextEdit* asWritten() const { return asWritten_; }
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     void Selected(const QModelIndex& index);
 
