@@ -21,6 +21,7 @@ enum class ChangeKind : uint8_t {
     WipeToDissolve,
     KeyToDissolve,
     ReelRenamed,
+    MirrorList,
     TitleApplied,
     MovieApplied,
     MasterReelApplied,
@@ -36,6 +37,8 @@ enum class ChangeKind : uint8_t {
     LooksLikeUtf8,
     LooksLikeUtf16,
     // The check of the new list.
+    EventOnHeaderLine,
+    MotionJudgedByListBefore,
     CommentBeforeFirstEvent,
 };
 inline constexpr size_t kChangeKinds = size_t(ChangeKind::CommentBeforeFirstEvent) + 1;
@@ -61,6 +64,7 @@ inline constexpr Row kRows[] = {
     {ChangeKind::WipeToDissolve, "wipe-to-dissolve", "Wipes made dissolves", Severity::Change},
     {ChangeKind::KeyToDissolve, "key-to-dissolve", "Keys made dissolves", Severity::Change},
     {ChangeKind::ReelRenamed, "reel-renamed", "Reels renamed in the mirror list", Severity::Change},
+    {ChangeKind::MirrorList, "mirror-list", "Mirror list on the master movie", Severity::Change},
     {ChangeKind::TitleApplied, "title-applied", "Title", Severity::Change},
     {ChangeKind::MovieApplied, "movie-applied", "Rendered movie", Severity::Change},
     {ChangeKind::MasterReelApplied, "master-reel-applied", "Master reel", Severity::Change},
@@ -75,6 +79,10 @@ inline constexpr Row kRows[] = {
     {ChangeKind::ReelTooLong, "reel-too-long", "Reel names too long for the list", Severity::Warning},
     {ChangeKind::LooksLikeUtf8, "looks-like-utf8", "File looks like UTF-8", Severity::Warning},
     {ChangeKind::LooksLikeUtf16, "looks-like-utf16", "File looks like UTF-16", Severity::Warning},
+    {ChangeKind::EventOnHeaderLine, "event-on-header-line", "Events on the title and FCM lines, not in the new list",
+     Severity::Warning},
+    {ChangeKind::MotionJudgedByListBefore, "motion-judged-by-list-before",
+     "Motion lines judged by the list loaded before", Severity::Warning},
     {ChangeKind::CommentBeforeFirstEvent, "comment-before-first-event", "Comment lines ahead of the first event",
      Severity::Warning},
 };

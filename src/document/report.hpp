@@ -51,10 +51,4 @@ struct Report {
     }
 };
 
-struct Document;
-
-// The sentence of an item of the document's report. An item of a kind that happens on many
-// rows keeps only its row, and its texts are read from the document here.
-std::string ItemText(const ChangeItem& item, const Document& m);
-
 }  // namespace vornelt

@@ -36,6 +36,17 @@ std::string WhyImpossible(std::string_view tc, int fps) {
     return {};
 }
 
+// The first drop-frame timecode of a line (HH:MM:SS;FF), or "".
+std::string_view DropFrameTimecode(std::string_view line) {
+    for (size_t at = 0; at + 11 <= line.size(); ++at) {
+        const std::string_view tc = line.substr(at, 11);
+        if (tc[8] == ';' && tc[2] == ':' && tc[5] == ':' && Digits2(tc, 0) >= 0 && Digits2(tc, 3) >= 0 &&
+            Digits2(tc, 6) >= 0 && Digits2(tc, 9) >= 0)
+            return tc;
+    }
+    return {};
+}
+
 // Lines other than events that a list may hold and Vornelt knows what to do with.
 bool IsKnownNote(std::string_view line) {
     if (line.empty() || line[0] == '*') return true;
@@ -77,8 +88,17 @@ void RowCheck::Check(const Line& l) {
     }
 
     if (l.number.empty()) {
-        if (BeginsCI(l.text, "FCM:") && InStr(l.text, "DROP") > 0 && InStr(l.text, "NON") == 0 && !rate_.DropFrame())
-            items_.push_back({ChangeKind::DropFrameAtRate, l.row, -1, 0, std::string(Trim(Mid(l.text, 5))), {}});
+        // A list that counts drop frame, by its FCM line or by its timecodes (";" before the
+        // frames), read at a rate that counts none: said once.
+        if (!rate_.DropFrame() && !dropFrameSaid_) {
+            if (BeginsCI(l.text, "FCM:") && InStr(l.text, "DROP") > 0 && InStr(l.text, "NON") == 0) {
+                items_.push_back({ChangeKind::DropFrameAtRate, l.row, -1, 0, std::string(Trim(Mid(l.text, 5))), {}});
+                dropFrameSaid_ = true;
+            } else if (const std::string_view tc = DropFrameTimecode(l.text); !tc.empty()) {
+                items_.push_back({ChangeKind::DropFrameAtRate, l.row, -1, 0, std::string(tc), {}});
+                dropFrameSaid_ = true;
+            }
+        }
         // A GVG list's first line with text is its title: that line leaves again in Finish.
         if (!IsKnownNote(l.text))
             items_.push_back({ChangeKind::UnknownLine, l.row, -1, 0, std::string(Left(l.text, 60)), {}});

@@ -3,6 +3,7 @@
 #include <new>
 #include <stdexcept>
 
+#include "session/convert.hpp"
 #include "session/load.hpp"
 #include "session/report.hpp"
 #include "text/encodings.hpp"
@@ -92,6 +93,24 @@ const std::optional<std::string>* ReelOption(const ConvertOptions& o) {
 
 }  // namespace
 
+bool ConvertInSession(Session& s, std::string&& bytes, const ConvertOptions& o, std::string_view name,
+                      ErrorStatus* error) {
+    SetControls(s.MainWindow(), o);
+    s.document.report.recording = o.report;
+    // The frame-rate question's answer.
+    s.document.frameRateTmp = o.fps;
+    s.document.dropFrameTmp = o.fps.DropFrame();
+    LoadListBytes(s, std::move(bytes), FolderItem(name.empty() ? std::string_view("list.edl") : name), false,
+                  Render::Later);
+    if (const std::optional<std::string>* reel = ReelOption(o);
+        reel && *reel && s.document.IsGrassValley && (*reel)->size() > 6)
+        return Fail(error, ErrorStatus::Outcome::BadOption,
+                    "reel " + Quoted(**reel) + ": a GVG list takes at most 6 characters");
+    FillFields(s, o);
+    NewEDL_02(s.document, s.MainWindow(), s.platform);
+    return true;
+}
+
 bool CheckOptions(const ConvertOptions& o, ErrorStatus* error) {
     for (const Option& option : kOptions) {
         if (!option.text || !(o.*option.text)) continue;
@@ -136,23 +155,8 @@ ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_
         SharedText list;
         {
             Session s(platform);
-            SetControls(s.MainWindow(), o);
-            s.document.report.recording = o.report;
-            // The frame-rate question's answer.
-            s.document.frameRateTmp = o.fps;
-            s.document.dropFrameTmp = o.fps.DropFrame();
-            LoadListBytes(s, std::move(bytes), FolderItem(name.empty() ? std::string_view("list.edl") : name), false,
-                          Render::Later);
+            if (!ConvertInSession(s, std::move(bytes), o, name, error)) return {};
             result.form = s.document.IsGrassValley ? ListForm::GVG : ListForm::CMX;
-
-            if (const std::optional<std::string>* reel = ReelOption(o);
-                reel && *reel && s.document.IsGrassValley && (*reel)->size() > 6) {
-                Fail(error, ErrorStatus::Outcome::BadOption,
-                     "reel " + Quoted(**reel) + ": a GVG list takes at most 6 characters");
-                return {};
-            }
-            FillFields(s, o);
-            NewEDL_02(s.document, s.MainWindow(), platform);
             if (o.report) result.report = MakeConvertReport(ViewReport(s.document), s.document);
 
             list = s.document.finalCMXString;

@@ -49,6 +49,10 @@ private:
     std::weak_ptr<const std::string> list_;  // not kept alive: the writer takes its memory again
 };
 
+// The sentence of an item of the document's report. An item of a kind that happens on many
+// rows keeps only its row, and its texts are read from the document here.
+std::string ItemText(const ChangeItem& item, const Document& m);
+
 // The sentence of an entry.
 std::string EntryText(const ReportEntry& entry, const Document& m);
 

@@ -119,6 +119,33 @@ void CommentFurtherRow(CommentBlock& block, std::string_view trans, std::string_
     if (!trans.empty() && value > 0) block.DissolveForm();
 }
 
+// The speed of a motion line as the line itself has it. The window keeps the speeds of the
+// first list it loaded, and judges the motion lines of a later list by those.
+double OwnSpeed(const Document& m, int64_t i) { return Val(m.readOrigM2Str.Get(i)); }
+
+std::string SpeedJudged(const Document& m, int64_t i) {
+    const double stored = At(m.readOrigM2, i);
+    if (stored == kNoMotionLine) return "no motion line there";
+    return stored == 0.0 ? "a freeze frame there" : "speed " + Str(stored) + " there";
+}
+
+// A motion line kept or left out. Its own speed decides which option took it out; where the
+// speed of the list loaded before decided otherwise than its own would, the report says so.
+void RecordMotion(const Document& m, const PlanOptions& o, int64_t i, int32_t event, bool kept,
+                  std::vector<ChangeItem>& report) {
+    const std::string speed(m.readOrigM2Str.Get(i));
+    if (KeepsNoteRow(m.copyCompletLine.Get(i), true, OwnSpeed(m, i), o) != kept)
+        report.push_back(
+            {ChangeKind::MotionJudgedByListBefore, int32_t(i), event, kept ? 1 : 0, speed, SpeedJudged(m, i)});
+    else if (!kept)
+        report.push_back({OwnSpeed(m, i) == 0.0 ? ChangeKind::FreezeFrameRemoved : ChangeKind::SpeedChangeRemoved,
+                          int32_t(i),
+                          event,
+                          0,
+                          speed,
+                          {}});
+}
+
 // Lines are added one after the other, each numbered as it comes.
 class Lines {
 public:
@@ -170,11 +197,16 @@ void PlanList(Document& m, const MainWindowState& window, Platform& platform) {
     lines.Add(LineKind::FrameCodeMode, 1);
     lines.Add(LineKind::Blank, 1);
 
-    // 3. The rows. Rows 0 and 1 hold the title and FCM lines and are never visited.
+    // 3. The rows. Rows 0 and 1 hold the title and FCM lines and are never visited: an event
+    // that stands there is not in the new list, and the report says so.
     std::vector<ChangeItem>& report = m.report.Section(ReportSection::Writer);
     report.clear();
     m.report.renamedReels.clear();
     const bool record = m.report.recording;
+    for (int64_t i = 0; record && i < 2 && i <= int64_t(m.maxZeilen); ++i)
+        if (!m.copyEventNumberStr.Get(i).empty() && !m.copyMode.Get(i).empty())
+            report.push_back({ChangeKind::EventOnHeaderLine, int32_t(i), At(m.readOrigEventNumberInt, i), 0, {}, {}});
+    int32_t events = 0;
     bool firstEvent = true;
     int32_t masterReelEvents = 0;
     CommentBlock block(m.myAbsMovieName);
@@ -223,16 +255,12 @@ void PlanList(Document& m, const MainWindowState& window, Platform& platform) {
                     }
                 }
                 lines.Add(LineKind::Event, uint32_t(i));
-            } else if (const bool isMotion = IsMotionLine(line); KeepsNoteRow(line, isMotion, At(m.readOrigM2, i), o)) {
-                lines.Add(LineKind::Note, uint32_t(i));
-            } else if (record && isMotion) {
-                report.push_back(
-                    {At(m.readOrigM2, i) == 0.0 ? ChangeKind::FreezeFrameRemoved : ChangeKind::SpeedChangeRemoved,
-                     int32_t(i),
-                     current,
-                     0,
-                     std::string(m.readOrigM2Str.Get(i)),
-                     {}});
+                ++events;
+            } else {
+                const bool isMotion = IsMotionLine(line);
+                const bool kept = KeepsNoteRow(line, isMotion, At(m.readOrigM2, i), o);
+                if (kept) lines.Add(LineKind::Note, uint32_t(i));
+                if (record && isMotion) RecordMotion(m, o, i, current, kept, report);
             }
         }
         previous = current;
@@ -255,6 +283,7 @@ void PlanList(Document& m, const MainWindowState& window, Platform& platform) {
     }
     if (o.comments && !m.myAbsMovieName.empty() && record)
         report.push_back({ChangeKind::MovieApplied, -1, -1, 0, {}, m.myAbsMovieName});
+    if (o.mirror && record && events > 0) report.push_back({ChangeKind::MirrorList, -1, -1, events, {}, {}});
     if (masterReelEvents > 0)
         report.push_back(
             {ChangeKind::MasterReelApplied, -1, -1, masterReelEvents, {}, std::string(Trim(m.newReelName))});

@@ -299,3 +299,44 @@ TEST_F(HandlersTest, FileTypes) {
 
 }  // namespace
 }  // namespace vornelt
+
+namespace vornelt {
+namespace {
+
+// The window keeps the speeds of the first list it loaded and judges a later list's motion
+// lines by them: a line left out or kept against its option is named in the report as such.
+TEST_F(HandlersTest, MotionLinesJudgedByTheListBeforeAreNamed) {
+    const std::string head = "TITLE: A\r\nFCM: NON-DROP FRAME\r\n";
+    const std::string event = "001  TAPE1    V     C        01:00:00:00 01:00:05:00 00:00:00:00 00:00:05:00\r\n";
+    const auto motion = [](const char* speed) {
+        return std::string("M2   TAPE1       ") + speed + "                01:00:00:00\r\n";
+    };
+    // The list before, its speed on the motion line; the speed of the list after; the two
+    // removal boxes; whether the line stands in the new list; the kinds reported for it.
+    const struct {
+        const char *before, *after;
+        bool removeFreeze, removeSpeed, kept;
+        std::vector<ChangeKind> kinds;
+    } cases[] = {
+        {"000.0", "050.0", true, false, false, {ChangeKind::MotionJudgedByListBefore}},
+        {"050.0", "000.0", true, false, true, {ChangeKind::MotionJudgedByListBefore}},
+        {"050.0", "025.0", true, false, true, {}},
+        {"000.0", "000.0", true, false, false, {ChangeKind::FreezeFrameRemoved}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.before) + " then " + c.after);
+        Reset();
+        Load(head + event + motion(c.before));
+        w().Chb_RemoveFreezeFrame.Value = c.removeFreeze;
+        w().Chb_RemoveSpeedChanges.Value = c.removeSpeed;
+        Load(head + event + motion(c.after), 25.0, "after.edl");
+        EXPECT_EQ(m().finalCMXString->find("M2 ") != std::string::npos, c.kept);
+        std::vector<ChangeKind> kinds;
+        for (const ChangeItem& item : m().report.Section(ReportSection::Writer))
+            if (item.row == 3) kinds.push_back(item.kind);
+        EXPECT_EQ(kinds, c.kinds);
+    }
+}
+
+}  // namespace
+}  // namespace vornelt

@@ -1,5 +1,6 @@
 // What changed: whole reports of the demo lists, and one list for each thing the check of a
 // list looks for.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -89,14 +90,19 @@ TEST(Report, TheCheckFindsWhatIsWrongWithTheListAsRead) {
     const std::string two = "002  TAPE2    V     C        02:00:00:00 02:00:05:00 00:00:05:00 00:00:10:00\r\n";
     std::string utf16 = "\xFF\xFE";
     for (const char c : head + one) utf16 += std::string(1, c) + '\0';
+    const std::string dropFrame = "001  TAPE1    V     C        01:00:00;00 01:00:05;00 00:00:00;00 00:00:05;00\r\n";
     const struct {
         std::string list;
         std::map<std::string, int> warnings;
+        const char* fps = "25";
     } cases[] = {
         {head + one + two, {}},
         {head + one + "002  TAPE2    V     C        02:00:00:00 02:00:05:27 00:00:05:00 00:00:10:00\r\n",
          {{"impossible-timecode", 1}}},
         {"TITLE: Check\r\nFCM: DROP FRAME\r\n\r\n" + one, {{"drop-frame-at-rate", 1}}},
+        {"TITLE: Check\r\nFCM: DROP FRAME\r\n\r\n" + one, {{"drop-frame-at-rate", 1}}, "30"},
+        {head + dropFrame, {{"drop-frame-at-rate", 1}, {"unknown-line", 1}}, "30"},
+        {"TITLE: Check\r\n" + one + two, {{"event-on-header-line", 1}, {"comment-before-first-event", 1}}},
         {head + one + "002  TAPE2    V     C        02:00:00:00 02:00:05:00 00:00:10:00 00:00:05:00\r\n",
          {{"record-backwards", 1}}},
         {head + one + "002  TAPE2    V     C        02:00:00:00 02:00:05:00 00:00:04:00 00:00:09:00\r\n",
@@ -116,7 +122,9 @@ TEST(Report, TheCheckFindsWhatIsWrongWithTheListAsRead) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.list);
         ErrorStatus error;
-        const ConvertResult r = Convert(c.list, ConvertOptions{}, "list.edl", &error);
+        ConvertOptions options;
+        options.fps = *FrameRate::Named(c.fps);
+        const ConvertResult r = Convert(c.list, options, "list.edl", &error);
         ASSERT_TRUE(error.ok());
         std::map<std::string, int> warnings;
         for (const ReportCount& count : r.report.counts)
@@ -128,6 +136,36 @@ TEST(Report, TheCheckFindsWhatIsWrongWithTheListAsRead) {
                 EXPECT_FALSE(item.text.empty());
             }
         }
+    }
+}
+
+}  // namespace
+}  // namespace vornelt
+
+namespace vornelt {
+namespace {
+
+// A clip chain says what the mirror list shows of it: lines on black keep their reel.
+TEST(Report, ChainsOfBlackSayTheirLinesKeepTheirReel) {
+    const std::string head = "TITLE: Chains\r\nFCM: NON-DROP FRAME\r\n\r\n";
+    const std::string black =
+        "001  BL       V     C        00:00:00:00 00:00:05:00 01:00:00:00 01:00:05:00\r\n"
+        "002  BL       V     C        00:00:05:00 00:00:10:00 01:00:05:00 01:00:10:00\r\n";
+    const std::string mixed =
+        "001  TAPE1    V     C        00:00:00:00 00:00:05:00 01:00:00:00 01:00:05:00\r\n"
+        "002  BL       V     C        00:00:05:00 00:00:10:00 01:00:05:00 01:00:10:00\r\n";
+    const std::pair<std::string, std::string> cases[] = {
+        {black, "its lines keep their reel BL in the mirror list, so this name stands nowhere in it"},
+        {mixed, "of its lines, those on BL keep that reel in the mirror list"},
+    };
+    for (const auto& [list, says] : cases) {
+        ErrorStatus error;
+        const ConvertResult r = Convert(head + list, ConvertOptions{}, "list.edl", &error);
+        ASSERT_TRUE(error.ok());
+        const auto chain = std::find_if(r.report.items.begin(), r.report.items.end(),
+                                        [](const ReportItem& i) { return i.kind == ChangeKind::ClipChain; });
+        ASSERT_NE(chain, r.report.items.end());
+        EXPECT_THAT(chain->text, ::testing::HasSubstr(says));
     }
 }
 

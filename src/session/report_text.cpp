@@ -1,9 +1,9 @@
-#include "document/report.hpp"
-
-#include "document/document.hpp"
-#include "text/text.hpp"
-
+// The sentences of the report: each item in words for an editor, made when it is shown.
 #include <algorithm>
+
+#include "session/report.hpp"
+#include "text/text.hpp"
+#include "vocabulary/vocabulary.hpp"
 
 namespace vornelt {
 
@@ -27,6 +27,43 @@ std::string ChainSource(const ChangeItem& item, const Document& m) {
         if (row < m.copySourceOutFrame.size()) out = std::max(out, m.copySourceOutFrame[row]);
     }
     return m.frameRate.Timecode(in) + " to " + m.frameRate.Timecode(out);
+}
+
+// What the mirror list shows of a chain whose lines are on black or auxiliary reels: those
+// keep their own reel, so the chain's name stands on its other lines only, or nowhere.
+std::string ChainKeeps(const ChangeItem& item, const Document& m) {
+    const std::vector<int32_t>& rows = m.report.chainRows;
+    std::vector<std::string> reserved;
+    size_t lines = 0;
+    for (size_t k = size_t(item.number); k < rows.size() && rows[k] >= 0; ++k, ++lines) {
+        const std::string reel(Trim(m.copyReelNames.Get(rows[k])));
+        if (IsReservedReel(reel) && std::find(reserved.begin(), reserved.end(), reel) == reserved.end())
+            reserved.push_back(reel);
+    }
+    size_t kept = 0;
+    for (size_t k = size_t(item.number); k < rows.size() && rows[k] >= 0; ++k)
+        kept += IsReservedReel(Trim(m.copyReelNames.Get(rows[k]))) ? 1 : 0;
+    if (kept == 0) return {};
+    std::string names;
+    for (const std::string& r : reserved) names.append(names.empty() ? "" : ", ").append(r);
+    std::string out = kept == lines ? "; its lines keep their reel " : "; of its lines, those on ";
+    out.append(names);
+    out.append(kept == lines ? " in the mirror list, so this name stands nowhere in it"
+                             : " keep that reel in the mirror list");
+    return out;
+}
+
+// A motion line that the writer judged by the speed the list loaded before has on its line.
+std::string MotionText(const ChangeItem& item) {
+    const bool freeze = Val(item.before) == 0.0;
+    const bool kept = item.number != 0;
+    std::string out = "Event " + std::to_string(item.event) + ": motion line of speed " + item.before +
+                      (kept ? " kept although " : " left out although ") +
+                      (freeze ? "Remove Freeze Frames" : "Remove Speed Changes") + (kept ? " is on" : " is off");
+    out.append(": the window judges a motion line by the speed on the same line of the first list it loaded (");
+    out.append(item.after).append("). Open the list in a new run of Vornelt, or convert it with vornelt-convert, to ");
+    out.append(kept ? "leave it out" : "keep it");
+    return out;
 }
 
 // The chain's event numbers, or its lines.
@@ -72,7 +109,7 @@ std::string ItemText(const ChangeItem& item, const Document& m) {
         case ChangeKind::ClipChain:
             return std::string(Trim(m.cleanClipReelName.Get(item.row))) + ": " + std::to_string(ChainLength(item, m)) +
                    " lines of one source clip (events " + ChainRows(item, m, true) + " on lines " +
-                   ChainRows(item, m, false) + "), source " + ChainSource(item, m);
+                   ChainRows(item, m, false) + "), source " + ChainSource(item, m) + ChainKeeps(item, m);
         case ChangeKind::FreezeFrameRemoved: return event + ": freeze frame removed (speed " + item.before + ")";
         case ChangeKind::SpeedChangeRemoved: return event + ": speed change removed (speed " + item.before + ")";
         case ChangeKind::AudioLeftOut:
@@ -87,6 +124,13 @@ std::string ItemText(const ChangeItem& item, const Document& m) {
                    std::string(Trim(m.cleanClipReelName.Get(item.row)));
         case ChangeKind::TitleApplied: return "Title " + Quoted(item.before) + " became " + Quoted(item.after);
         case ChangeKind::MovieApplied: return "Comment lines name the rendered movie " + Quoted(item.after);
+        case ChangeKind::MirrorList:
+            return "Every event line's source timecodes are its record timecodes, on the rendered master movie (" +
+                   std::to_string(item.number) + " events)";
+        case ChangeKind::EventOnHeaderLine:
+            return "Event " + std::to_string(item.event) + " on line " + std::to_string(item.row + 1) +
+                   " is not in the new list: the first two lines of a list are taken as its title and FCM lines";
+        case ChangeKind::MotionJudgedByListBefore: return MotionText(item);
         case ChangeKind::MasterReelApplied:
             return "Every event of the mirror list is on the master reel " + item.after + " (" +
                    std::to_string(item.number) + " events)";
