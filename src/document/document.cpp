@@ -5,37 +5,16 @@
 namespace vornelt {
 
 std::vector<TextColumn*> Document::AllTextTables() {
-    return {&readOrigCompleteLine,
-            &dummyReadZeile,
-            &readOrigRecOutTC,
-            &readOrigRecInTC,
-            &readOrigSourceOutTC,
-            &readOrigSourceInTC,
-            &readOrigEventNumberStr,
-            &readOrigReelNames,
-            &readOrigMode,
-            &readOrigTrans,
-            &readOrigTransDur,
-            &readOrigIsBTrack,
-            &readOrigM2Str,
-            &readCompleteEvent,
-            &readOrigClipNames,
-            &readOrigAllReelNames,
-            &readOrigAllClipNames,
-            &newClipReelName,
-            &copyClipNames,
-            &copyCompletLine,
-            &copyRecOutTC,
-            &copyRecInTC,
-            &copySourceOutTC,
-            &copySourceInTC,
-            &copyEventNumberStr,
-            &copyReelNames,
-            &copyMode,
-            &copyTrans,
-            &copyTransDur,
-            &copyIsBTrack,
-            &cleanClipReelName};
+    return {&readOrigCompleteLine, &readOrigRecOutTC,   &readOrigRecInTC,
+            &readOrigSourceOutTC,  &readOrigSourceInTC, &readOrigEventNumberStr,
+            &readOrigReelNames,    &readOrigMode,       &readOrigTrans,
+            &readOrigTransDur,     &readOrigIsBTrack,   &readOrigM2Str,
+            &readCompleteEvent,    &readOrigClipNames,  &readOrigAllReelNames,
+            &readOrigAllClipNames, &newClipReelName,    &copyClipNames,
+            &copyCompletLine,      &copyRecOutTC,       &copyRecInTC,
+            &copySourceOutTC,      &copySourceInTC,     &copyEventNumberStr,
+            &copyReelNames,        &copyMode,           &copyTrans,
+            &copyTransDur,         &copyIsBTrack,       &cleanClipReelName};
 }
 
 void ResetGlobalVariables_NEU(Document& m, const MainWindowState& w) {
@@ -70,7 +49,6 @@ void ResetGlobalVariables_NEU(Document& m, const MainWindowState& w) {
     m.readOrigClipNames.clear();
     m.newClipReelName.clear();
     m.readOrigAllClipNames.clear();
-    m.dummyReadZeile.clear();
     m.copyCompletLine.clear();
     m.copyRecOutTC.clear();
     m.copyRecInTC.clear();
@@ -122,6 +100,7 @@ void ResetGlobalVariables_NEU(Document& m, const MainWindowState& w) {
     m.newReelName.clear();
     m.newSeqTitle.clear();
     m.IsGrassValley = false;
+    m.textIsAscii = false;
     m.edlFormat.clear();
     m.indexStart = -1;
 }

@@ -35,7 +35,6 @@ constexpr double kNoMotionLine = -1111.0;
 // The read tables: the list as read, never changed after the load.
 struct ReadTables {
     TextColumn readOrigCompleteLine;  // whole line, trimmed
-    TextColumn dummyReadZeile;        // the reader's scratch copy of each line
     TextColumn readOrigRecOutTC;
     TextColumn readOrigRecInTC;
     TextColumn readOrigSourceOutTC;
@@ -127,6 +126,7 @@ struct ListValues {
     bool dropFrameTmp = false;
     FrameRate prefDefaultFrameRate;  // the row the question opens on
     bool IsGrassValley = false;
+    bool textIsAscii = false;  // cmxString holds ASCII bytes only: no line needs a look of its own
     std::string edlFormat;
     int32_t indexStart = -1;
     std::string ZeileEins;

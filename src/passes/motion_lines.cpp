@@ -31,8 +31,22 @@ void CheckForM2(Document& m, Platform& platform) {
     m.readOrigM2Str.reserve(lines);
     m.readOrigM2.reserve(m.readOrigM2.size() + lines);
 
+    // Lines that are no motion line hold the fill of both tables: added a run at a time.
+    size_t fills = 0;
+    const auto addFills = [&] {
+        m.readOrigM2Str.push_back_fill(fills);
+        m.readOrigM2.push_back_fill(fills);
+        fills = 0;
+    };
     for (size_t i = 0; i < lines; ++i) {
         const std::string_view line = m.readOrigCompleteLine.Get(int64_t(i));
+        const char first = line.empty() ? ' ' : char(line[0] | 0x20);  // a motion line begins "m" or "p"
+        if (first != 'm' && first != 'p') {
+            ++fills;
+            platform.Yield();
+            continue;
+        }
+        addFills();
         if (BeginsCI(line, "M2")) {
             const std::string_view speed = M2Speed(line);
             m.readOrigM2Str.push_back(speed);
@@ -47,6 +61,7 @@ void CheckForM2(Document& m, Platform& platform) {
         }
         platform.Yield();
     }
+    addFills();
 }
 
 }  // namespace vornelt

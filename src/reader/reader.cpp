@@ -17,17 +17,34 @@ namespace {
 // Every line end (CR, LF, CR LF) becomes CR; then every control character but CR is
 // deleted, not replaced: a tab between two fields runs them together. One pass, in place,
 // with the same result as the line ends first and the deletions after.
+//
+// The text between control characters is moved as a whole, and found eight bytes at a time.
 void NormaliseText(std::string& s) {
     char* p = s.data();
     const size_t n = s.size();
+    // The first control character at or after r, or n.
+    const auto nextControl = [p, n](size_t r) {
+        for (; r + 8 <= n; r += 8) {
+            uint64_t x;
+            std::memcpy(&x, p + r, 8);
+            // A byte below 32 sets its high bit here (and maybe those above it, so the bytes
+            // of the word are looked at one by one).
+            if (((x - 0x2020202020202020ull) & ~x & 0x8080808080808080ull) != 0) break;
+        }
+        while (r < n && static_cast<unsigned char>(p[r]) >= 32) ++r;
+        return r;
+    };
     size_t w = 0;
-    for (size_t r = 0; r < n; ++r) {
-        const unsigned char c = static_cast<unsigned char>(p[r]);
-        if (c >= 32) {
-            p[w++] = char(c);
-        } else if (c == '\r') {
+    for (size_t r = 0; r < n;) {
+        const size_t k = nextControl(r);
+        if (w != r) std::memmove(p + w, p + r, k - r);
+        w += k - r;
+        r = k;
+        if (r == n) break;
+        const char c = p[r++];
+        if (c == '\r') {
             p[w++] = '\r';
-            if (r + 1 < n && p[r + 1] == '\n') ++r;
+            if (r < n && p[r] == '\n') ++r;
         } else if (c == '\n') {
             p[w++] = '\r';
         }
@@ -138,22 +155,40 @@ void ShowProgress(ReadContext& c, int32_t i, int32_t maxZeilen) {
 void ReadRows(Document& m, ReadContext& c, RowCheck* check) {
     Platform& platform = c.platform;
     const size_t rows = size_t(m.maxZeilen) + 1;
-    for (TextColumn* t : {&m.readOrigRecOutTC, &m.readOrigRecInTC, &m.readOrigSourceOutTC, &m.readOrigSourceInTC,
-                          &m.readOrigEventNumberStr, &m.readOrigReelNames, &m.readOrigMode, &m.readOrigTrans,
-                          &m.readOrigIsBTrack, &m.readOrigTransDur, &m.dummyReadZeile})
-        t->reserve(rows);
-    for (Int32Table* t : {&m.readOrigEventNumberInt, &m.readOrigRecOutFrame, &m.readOrigRecInFrame,
-                          &m.readOrigSourceOutFrame, &m.readOrigSourceInFrame, &m.editDurationFrames})
-        t->reserve(rows);
+    TextColumn* const texts[] = {&m.readOrigRecOutTC,   &m.readOrigRecInTC,        &m.readOrigSourceOutTC,
+                                 &m.readOrigSourceInTC, &m.readOrigEventNumberStr, &m.readOrigReelNames,
+                                 &m.readOrigMode,       &m.readOrigTrans,          &m.readOrigIsBTrack,
+                                 &m.readOrigTransDur};
+    Int32Table* const numbers[] = {&m.readOrigEventNumberInt, &m.readOrigRecOutFrame,   &m.readOrigRecInFrame,
+                                   &m.readOrigSourceOutFrame, &m.readOrigSourceInFrame, &m.editDurationFrames};
+    for (TextColumn* t : texts) t->reserve(rows);
+    for (Int32Table* t : numbers) t->reserve(rows);
+    // Lines that are no event hold the fill in every table: they are added a run at a time,
+    // when the next event comes, and at the end.
+    size_t fills = 0;
+    const auto addFills = [&] {
+        if (fills == 0) return;
+        for (TextColumn* t : texts) t->push_back_fill(fills);
+        for (Int32Table* t : numbers) t->push_back_fill(fills);
+        fills = 0;
+    };
 
     const FrameRate rate = m.frameRate;
     EventFields f;
     for (int32_t i = 0; i <= m.maxZeilen; ++i) {
         const std::string_view line = m.readOrigCompleteLine(size_t(i));
-        const bool ascii = IsAscii(line);
-        std::string_view d = line;
-        ReadEventLine(d, ascii, f, m.IsGrassValley);
-        m.dummyReadZeile.push_back(d);
+        const bool ascii = m.textIsAscii || IsAscii(line);
+        // The reader's scratch of the line, `dummyReadZeile`: what remains of it once the
+        // timecodes are cut off. Nothing reads it after the line is read.
+        std::string_view dummyReadZeile = line;
+        if (!ReadEventLine(dummyReadZeile, ascii, f, m.IsGrassValley)) {
+            ++fills;
+            if (check) check->Check({i, line, ascii, {}, {}, {}, -1, {}, {}, {}, {}, -1, -1, -1, -1});
+            ShowProgress(c, i, m.maxZeilen);
+            platform.Yield();
+            continue;
+        }
+        addFills();
 
         m.readOrigRecOutTC.push_back(f.recOut);
         m.readOrigRecInTC.push_back(f.recIn);
@@ -187,6 +222,7 @@ void ReadRows(Document& m, ReadContext& c, RowCheck* check) {
         ShowProgress(c, i, m.maxZeilen);
         platform.Yield();
     }
+    addFills();
 }
 
 // The lowest record in and the highest record out; at equal values the earlier row stays.
@@ -212,6 +248,7 @@ void ReadHeader(Document& m, ReadContext& c) {
     if (!m.IsGrassValley) {
         // The first line with the keyword wins, wherever it stands.
         bool found = false;
+        bool unknown = false;  // the texts of a line without the keyword, set once
         for (int32_t i = 0; i <= m.maxZeilen && !found; ++i) {
             std::string_view line = m.readOrigCompleteLine(size_t(i));
             if (BeginsCI(line, "TITLE:")) {
@@ -219,9 +256,10 @@ void ReadHeader(Document& m, ReadContext& c) {
                 m.ZeileEins.assign(line);
                 m.indexStart = i + 1;
                 found = true;
-            } else {
+            } else if (!unknown) {
                 m.newSeqTitle = "UNKOWN";
                 m.ZeileEins = "TITLE: UNKNOWN";
+                unknown = true;
             }
             platform.Yield();
         }
@@ -266,14 +304,16 @@ void ReadHeader(Document& m, ReadContext& c) {
     if (!m.IsGrassValley) {
         // This scan settles the frame mode for good, whatever the FCM line said: a CMX list
         // is read and shown as non-drop. It stands after the FCM scan on purpose.
+        // Every row sets the same values, so they are set once; the rows still give way to the
+        // event loop one by one.
         MainWindowState& w = c.window;
-        for (int32_t i = 0; i <= m.maxZeilen; ++i) {
+        if (m.maxZeilen >= 0) {
             m.dropFrame = false;
             m.ZeileZwei = "FCM: NON-DROP FRAME";
             w.ST_FCM.Text = "Non-Drop Frame";
-            m.indexStart = i + 1;
-            platform.Yield();
+            m.indexStart = m.maxZeilen + 1;
         }
+        for (int32_t i = 0; i <= m.maxZeilen; ++i) platform.Yield();
     }
 }
 
@@ -340,7 +380,6 @@ void ParseCMX3600(Document& m, MainWindowState& window, ProgressWindow& progress
         ++lines;
     m.readOrigCompleteLine.clear();
     m.readOrigCompleteLine.reserve(lines);
-    m.dummyReadZeile.clear();
     size_t from = 0;
     for (;;) {
         const size_t end = text.find('\r', from);

@@ -51,6 +51,7 @@ void LoadListBytes(Session& s, std::string bytes, const FolderItem& file, bool a
     m.cmxString = std::make_shared<std::string>(ascii ? std::move(bytes) : DecodeWindowsLatin1(std::move(bytes)));
 
     ResetGlobalVariables_NEU(m, window);
+    m.textIsAscii = ascii;
 
     window.Title = file.Name();
     m.myAbsDateiName = file.Name();

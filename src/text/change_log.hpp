@@ -40,6 +40,14 @@ public:
         rows_.push_back(uint32_t(row));
         if (rows_.size() > kMostRows) Everything();
     }
+    // The rows first to first + n - 1.
+    void Rows(size_t first, size_t n) {
+        if (!watching_) {
+            ++count_;
+            return;
+        }
+        for (size_t k = 0; k < n; ++k) Row(first + k);
+    }
     void Everything() noexcept {
         ++count_;
         watching_ = false;

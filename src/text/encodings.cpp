@@ -75,8 +75,29 @@ std::string EncodeMacRoman(std::string_view text) {
 }
 
 void AppendListForSaving(std::string& out, std::string_view text) {
-    // Written through a pointer into room for the worst case (every line end two bytes),
-    // then cut to what was written; a run of plain characters is copied whole.
+    // A list of ASCII with CR line ends alone, as the writer makes it: every line is copied
+    // whole and its CR becomes CR LF; the control characters a list may still hold are ASCII
+    // and stay as they are.
+    if (IsAscii(text) && std::memchr(text.data(), '\n', text.size()) == nullptr) {
+        const size_t start = out.size();
+        out.resize(start + text.size() + size_t(std::count(text.begin(), text.end(), '\r')));
+        char* w = out.data() + start;
+        const char* p = text.data();
+        const char* const end = p + text.size();
+        while (p < end) {
+            const char* cr = static_cast<const char*>(std::memchr(p, '\r', size_t(end - p)));
+            const char* const stop = cr ? cr : end;
+            std::memcpy(w, p, size_t(stop - p));
+            w += stop - p;
+            if (!cr) break;
+            *w++ = '\r';
+            *w++ = '\n';
+            p = cr + 1;
+        }
+        return;
+    }
+    // Otherwise written through a pointer into room for the worst case (every line end two
+    // bytes), then cut to what was written; a run of plain characters is copied whole.
     const size_t lineEnds =
         size_t(std::count(text.begin(), text.end(), '\r') + std::count(text.begin(), text.end(), '\n'));
     const size_t start = out.size();

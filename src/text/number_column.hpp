@@ -47,6 +47,12 @@ public:
             s.values.push_back(value);
         }
     }
+    // n new last rows holding the fill.
+    void push_back_fill(size_t n) {
+        Storage& s = Own();
+        changes_.Rows(s.rows.size(), n);
+        s.rows.PushBackEmpty(n);
+    }
     void set(size_t i, T value) {
         if (i >= size()) return;
         changes_.Row(i);

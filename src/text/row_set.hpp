@@ -40,6 +40,8 @@ public:
         const size_t i = rows_++;
         if (withEntry) Mark(i);
     }
+    // n new last rows without an entry.
+    void PushBackEmpty(size_t n) noexcept { rows_ += n; }
     // Row i, which has no entry, gets one; the place it gets is returned, and the entries
     // of later rows move one place on. In row order this costs no more than a push.
     size_t Insert(size_t i);

@@ -77,6 +77,12 @@ public:
         }
         PushBackStored(text);
     }
+    // n new last rows holding the fill.
+    void push_back_fill(size_t n) {
+        Storage& s = Own();
+        changes_.Rows(s.rows.size(), n);
+        s.rows.PushBackEmpty(n);
+    }
     void set(size_t i, std::string_view text);
     // Sizes the table to n rows, all holding the fill.
     void assign_empty(size_t n);

@@ -28,9 +28,9 @@ protected:
         const Document& m = this->m();
         const size_t n = size_t(m.maxZeilen) + 1;
         for (const TextColumn* t :
-             {&m.readOrigCompleteLine, &m.dummyReadZeile, &m.readOrigRecOutTC, &m.readOrigRecInTC,
-              &m.readOrigSourceOutTC, &m.readOrigSourceInTC, &m.readOrigEventNumberStr, &m.readOrigReelNames,
-              &m.readOrigMode, &m.readOrigTrans, &m.readOrigTransDur, &m.readOrigIsBTrack})
+             {&m.readOrigCompleteLine, &m.readOrigRecOutTC, &m.readOrigRecInTC, &m.readOrigSourceOutTC,
+              &m.readOrigSourceInTC, &m.readOrigEventNumberStr, &m.readOrigReelNames, &m.readOrigMode, &m.readOrigTrans,
+              &m.readOrigTransDur, &m.readOrigIsBTrack})
             EXPECT_EQ(t->size(), n);
         for (const Int32Table* t : {&m.readOrigRecOutFrame, &m.readOrigRecInFrame, &m.readOrigSourceOutFrame,
                                     &m.readOrigSourceInFrame, &m.readOrigEventNumberInt, &m.editDurationFrames})

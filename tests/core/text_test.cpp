@@ -164,6 +164,14 @@ TEST(Encodings, WindowsLatin1KeepsEveryByteAndMacRomanWritesOnePerCharacter) {
                                 "x",
                                 "?x"}})
         EXPECT_EQ(EncodeMacRoman(text), bytes) << text;
+    // Every line end becomes CR LF, on the quick road of plain ASCII with CR alone as on the other.
+    for (auto [list, saved] : {std::pair{"", ""},
+                               {"a\rb", "a\r\nb"},
+                               {"\r\rab\r", "\r\n\r\nab\r\n"},
+                               {"a\tb\x01\r", "a\tb\x01\r\n"},
+                               {"a\r\nb\nc\n\r", "a\r\nb\r\nc\r\n\r\n"},
+                               {"\xC3\xA9\r\xC3\xA9", "\x8E\r\n\x8E"}})
+        EXPECT_EQ(EncodeListForSaving(list), saved) << list;
     // In pieces, the same bytes: no piece splits a CR LF or a character.
     const std::string list = "a\r\nb\xC3\xA9\rc\nd\r\n";
     for (size_t piece : {1, 2, 3, 5, 100}) {
