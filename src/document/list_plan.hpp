@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "text/change_log.hpp"
+
 namespace vornelt {
 
 enum class LineKind : uint8_t {
@@ -43,6 +45,15 @@ struct PlanOptions {
     int wipeTable = 0;  // the row of the wipe-names popup: 0 Final Cut Pro, 1 SMPTE
 };
 
+// What the mirror list does with the reel of each row without a master reel: a reel of black
+// or auxiliary keeps its name, any other takes the name of its clip chain. Worked out once for
+// the reels as they stand, not at every rendering.
+struct MirrorReels {
+    enum : uint8_t { Keeps = 0, Renamed = 1, SameName = 2 };
+    std::vector<uint8_t> rows;
+    ChangeLog::Version reels{}, chains{};  // the reel tables they were worked out from
+};
+
 struct ListPlan {
     PlanOptions options;
     std::string title;       // the sequence title
@@ -50,6 +61,7 @@ struct ListPlan {
     std::vector<PlannedLine> lines;
     std::string comments;    // the texts of the comment lines
     uint32_t lineCount = 0;  // the lines of the new list
+    MirrorReels mirrorReels;
 
     // The event line of a row in the new list, or null when the row has none.
     const PlannedLine* EventLineOf(uint32_t row) const {

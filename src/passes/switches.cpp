@@ -50,14 +50,14 @@ void AllAudioOnOff(Document& m, Platform& platform) {
     };
     for (size_t i = 0; i < rows; ++i) {
         platform.Yield();
-        const std::string_view mode = m.readOrigMode(i);
-        if (mode.empty()) {
+        if (!m.readOrigMode.HasEntry(i)) {
             // No track at all (every line that is no event): it counts as audio, shown while
             // audio is kept.
-            setMode(i, mode);
+            if (m.copyMode.HasEntry(i)) m.copyMode.set(i, {});
             m.displayThisAudioEventLine[i] = m.boolA1234;
             continue;
         }
+        const std::string_view mode = m.readOrigMode(i);
         const auto [video, audio] = TracksOf(mode);
         if (m.boolA1234) {
             // Audio kept: a row without any audio mark but with a "V" is pure video and keeps

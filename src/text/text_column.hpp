@@ -43,6 +43,8 @@ public:
 
     // The entry of row i. Rows are in range by construction of the pipeline.
     std::string_view operator()(size_t i) const noexcept { return At(i); }
+    // Whether row i holds an entry of its own (a text other than the fill).
+    bool HasEntry(size_t i) const noexcept { return s_->rows.Find(i) >= 0; }
     // The entry of row i, or "" for a row out of range.
     std::string_view Get(int64_t i) const noexcept {
         return (i >= 0 && size_t(i) < s_->rows.size()) ? At(size_t(i)) : std::string_view();

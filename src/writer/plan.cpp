@@ -146,6 +146,24 @@ void RecordMotion(const Document& m, const PlanOptions& o, int64_t i, int32_t ev
                           {}});
 }
 
+// The mirror list's reel of every row, worked out again when the reel tables changed.
+void UpdateMirrorReels(Document& m) {
+    MirrorReels& r = m.plan.mirrorReels;
+    const size_t rows = size_t(std::max<int32_t>(m.maxZeilen, 0)) + 1;
+    if (r.rows.size() == rows && r.reels == m.copyReelNames.Changes().Now() &&
+        r.chains == m.cleanClipReelName.Changes().Now())
+        return;
+    r.rows.assign(rows, MirrorReels::Keeps);
+    for (size_t i = 0; i < rows; ++i) {
+        const std::string_view reel = m.copyReelNames.Get(int64_t(i));
+        if (IsReservedReel(reel)) continue;
+        r.rows[i] =
+            Trim(reel) != Trim(m.cleanClipReelName.Get(int64_t(i))) ? MirrorReels::Renamed : MirrorReels::SameName;
+    }
+    r.reels = m.copyReelNames.Changes().Now();
+    r.chains = m.cleanClipReelName.Changes().Now();
+}
+
 // Lines are added one after the other, each numbered as it comes.
 class Lines {
 public:
@@ -203,6 +221,7 @@ void PlanList(Document& m, const MainWindowState& window, Platform& platform) {
     report.clear();
     m.report.renamedReels.clear();
     const bool record = m.report.recording;
+    if (o.mirror) UpdateMirrorReels(m);
     for (int64_t i = 0; record && i < 2 && i <= int64_t(m.maxZeilen); ++i)
         if (!m.copyEventNumberStr.Get(i).empty() && !m.copyMode.Get(i).empty())
             report.push_back({ChangeKind::EventOnHeaderLine, int32_t(i), At(m.readOrigEventNumberInt, i), 0, {}, {}});
@@ -214,6 +233,16 @@ void PlanList(Document& m, const MainWindowState& window, Platform& platform) {
     int32_t previous = 0;  // the same, as it stood at the end of the row before
     for (int64_t i = 2; i <= int64_t(m.maxZeilen); ++i) {
         const std::string_view line = m.copyCompletLine.Get(i);
+        // Most rows are comments, clip names and blank lines: no event, and no motion, audio or
+        // split line, which all begin with a letter of "MPAS".
+        if (!m.copyEventNumberStr.HasEntry(size_t(i))) {
+            const char first = line.empty() ? ' ' : char(line[0] | 0x20);
+            if (first != 'm' && first != 'p' && first != 'a' && first != 's') {
+                previous = current;
+                platform.Yield();
+                continue;
+            }
+        }
         const bool skipSplit = o.audio && BeginsCI(line, "SPLIT");
         if (!skipSplit) {
             const bool eventRow = !m.copyEventNumberStr.Get(i).empty() && !m.copyMode.Get(i).empty() &&
@@ -249,8 +278,7 @@ void PlanList(Document& m, const MainWindowState& window, Platform& platform) {
                 if (o.mirror && record) {
                     if (!m.newReelName.empty()) {
                         ++masterReelEvents;
-                    } else if (const std::string_view reel = m.copyReelNames.Get(i);
-                               !IsReservedReel(reel) && Trim(reel) != Trim(m.cleanClipReelName.Get(i))) {
+                    } else if (plan.mirrorReels.rows[size_t(i)] == MirrorReels::Renamed) {
                         m.report.renamedReels.emplace_back(int32_t(i), current);
                     }
                 }
@@ -302,7 +330,8 @@ EventFields EventFieldsOf(const Document& m, const ListPlan& plan, uint32_t row)
     if (o.mirror) {
         if (!plan.masterReel.empty())
             f.reel = plan.masterReel;
-        else if (!IsReservedReel(f.reel))
+        else if (size_t(i) < plan.mirrorReels.rows.size() ? plan.mirrorReels.rows[size_t(i)] != MirrorReels::Keeps
+                                                          : !IsReservedReel(f.reel))
             f.reel = m.cleanClipReelName.Get(i);
     }
     f.mode = m.copyMode.Get(i);
