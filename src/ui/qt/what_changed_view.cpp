@@ -18,15 +18,8 @@ namespace vornelt::qt {
 
 namespace {
 
-constexpr int kMostLines = 30;
 // The texts of item rows kept for showing while a handler runs: those in sight, and more.
 constexpr qsizetype kMostShown = 4096;
-
-QString Where(const ReportEntry& e, int32_t lineWritten) {
-    QString where = e.row >= 0 ? QStringLiteral("line %1").arg(e.row + 1) : QStringLiteral("list");
-    if (lineWritten > 0) where += QStringLiteral(" \u2192 %1").arg(lineWritten);
-    return where;
-}
 
 }  // namespace
 
@@ -36,19 +29,13 @@ void ReportModel::setView(ReportView view) {
     lines_ = view_.document ? WrittenLines(*view_.document) : WrittenLines();
     shown_.clear();
     // The entries stand kind after kind, in the order of the kinds.
-    groups_.clear();
-    size_t first = 0;
-    for (size_t k = 0; k < kChangeKinds; ++k) {
-        if (view_.counts[k] == 0) continue;
-        groups_.push_back({ChangeKind(k), first, view_.counts[k]});
-        first += size_t(view_.counts[k]);
-    }
+    groups_ = WhatChangedGroups(view_);
     endResetModel();
 }
 
 const ReportEntry* ReportModel::entry(const QModelIndex& index) const {
     if (!index.isValid() || index.internalId() == 0) return nullptr;
-    const Group& g = groups_[size_t(index.internalId() - 1)];
+    const WhatChangedGroup& g = groups_[size_t(index.internalId() - 1)];
     return &view_.entries[g.first + size_t(index.row())];
 }
 
@@ -73,14 +60,8 @@ int ReportModel::rowCount(const QModelIndex& parent) const {
 QVariant ReportModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     if (index.internalId() == 0) {
-        const Group& g = groups_[size_t(index.row())];
-        if (role == Qt::DisplayRole) {
-            QString text = QStringLiteral("%1 (%2)").arg(QString::fromUtf8(KindHeading(g.kind))).arg(g.count);
-            if (g.kind == ChangeKind::ClipChain && view_.oneLineChains > 0)
-                text += QStringLiteral(", and %1 of one line").arg(view_.oneLineChains);
-            if (KindSeverity(g.kind) == Severity::Warning) text = QStringLiteral("\u26A0 ") + text;
-            return text;
-        }
+        if (role == Qt::DisplayRole)
+            return QString::fromStdString(WhatChangedHeading(view_, groups_[size_t(index.row())]));
         if (role == Qt::FontRole) {
             QFont f;
             f.setBold(true);
@@ -93,8 +74,7 @@ QVariant ReportModel::data(const QModelIndex& index, int role) const {
     if (frozen_ && frozen_()) return shown_.value(key);
     if (auto it = shown_.constFind(key); it != shown_.constEnd()) return *it;
     const ReportEntry& e = *entry(index);
-    const QString text =
-        Where(e, lines_.Of(e)) + QStringLiteral("   ") + QString::fromStdString(EntryText(e, *view_.document));
+    const QString text = QString::fromStdString(WhatChangedItemText(e, lines_.Of(e), *view_.document));
     if (shown_.size() >= kMostShown) shown_.clear();
     shown_.insert(key, text);
     return text;
@@ -157,14 +137,7 @@ void WhatChangedView::Refresh() {
     shownList_ = m.finalCMXString;
     // The lines in the new list are counted for the items shown only.
     model_->setView(ViewReport(m, ReportLines::WhenShown));
-    int changes = 0, warnings = 0;
-    for (size_t k = 0; k < kChangeKinds; ++k)
-        (KindSeverity(ChangeKind(k)) == Severity::Change ? changes : warnings) += model_->view().counts[k];
-    summary_->setText(m.dbCreated ? QStringLiteral("%1: %2 changes, %3 warnings")
-                                        .arg(QString::fromStdString(m.myAbsDateiName))
-                                        .arg(changes)
-                                        .arg(warnings)
-                                  : QStringLiteral("No list is loaded."));
+    summary_->setText(QString::fromStdString(WhatChangedSummary(model_->view(), m)));
     asRead_->clear();
     asWritten_->clear();
 }
@@ -175,57 +148,12 @@ void WhatChangedView::Selected(const QModelIndex& index) {
     asWritten_->clear();
     if (!e || e->row < 0) return;
     const Document& m = shell_.desktop().session.document;
-    const int32_t row = e->row;
-    const auto event = [&](int32_t r) {
-        return size_t(r) < m.readOrigEventNumberInt.size() ? m.readOrigEventNumberInt[size_t(r)] : -1;
-    };
-    // The rows of the event, with the notes that follow it.
-    int32_t a = row, b = row;
-    const int32_t last = int32_t(m.readOrigCompleteLine.size()) - 1;
-    if (e->event >= 0) {
-        while (a > 0 && event(a - 1) == e->event && row - a < kMostLines) --a;
-        while (b < last && (event(b + 1) == e->event || event(b + 1) < 0) && b - a < kMostLines) ++b;
-    }
-    QString read;
-    for (int32_t r = a; r <= b; ++r)
-        read += QStringLiteral("%1  ").arg(r + 1, 5) + QString::fromUtf8(m.readOrigCompleteLine.Get(r)) + '\n';
-    asRead_->setPlainText(read);
-
-    const LastRendering& written = m.lastRendering;  // where each event row stands in the new list
-    const std::string& list = *m.finalCMXString;
-    auto from = written.From(uint32_t(a));
-    if (from == written.lines.end() || from->row > uint32_t(b)) {
-        asWritten_->setPlainText(QStringLiteral("(not in the new list)"));
-        return;
-    }
-    auto to = written.From(uint32_t(b) + 1);
-    size_t end = to == written.lines.end() ? list.size() : to->offset;
-    const size_t begin = std::min<size_t>(from->offset, list.size());
-    QString text;
-    // Numbered from the item's own line, when it has one in the new list.
-    int line = 0;
-    auto own = written.From(uint32_t(row));
-    const bool ownLine = own != written.lines.end() && own->row == uint32_t(row) && own->offset >= begin;
-    if (const int32_t lineWritten = model_->lineWritten(*e); ownLine && lineWritten > 0)
-        line =
-            lineWritten - int(std::count(list.begin() + ptrdiff_t(begin), list.begin() + ptrdiff_t(own->offset), '\r'));
-    int shown = 0;
-    for (size_t p = begin; p < end && shown < kMostLines; ++shown) {
-        size_t cr = list.find('\r', p);
-        if (cr == std::string::npos || cr > end) cr = end;
-        text += (line > 0 ? QStringLiteral("%1  ").arg(line++, 5) : QString()) +
-                QString::fromUtf8(list.data() + p, qsizetype(cr - p)) + '\n';
-        p = cr + 1;
-    }
-    asWritten_->setPlainText(text);
-
+    const WhatChangedLines lines = EventLines(*e, model_->lineWritten(*e), m);
+    asRead_->setPlainText(QString::fromStdString(lines.asRead));
+    asWritten_->setPlainText(QString::fromStdString(lines.asWritten));
     // The main list scrolls to the item's line.
-    if (MainWindowView* main = shell_.Main()) {
-        const size_t at = ownLine ? own->offset : begin;
-        size_t lineEnd = list.find('\r', at);
-        if (lineEnd == std::string::npos) lineEnd = list.size();
-        main->EditField1()->revealSelection(at, lineEnd);
-    }
+    if (MainWindowView* main = shell_.Main(); main && lines.inList)
+        main->EditField1()->revealSelection(lines.listBegin, lines.listEnd);
 }
 
 }  // namespace vornelt::qt
