@@ -59,6 +59,7 @@ struct Option {
     std::string_view control;  // the window control it mirrors: "Chb_KeyToDissolve"
     std::string_view caption;  // the control's caption, or a field's label: "Keys to Dissolves - V2 overwrites V1 !!!"
     std::string_view box;      // the box of the window that holds the control: "Transitions & Effects"; "" none
+    int tab = 0;               // an entry field's place in the window's tab order, left to right
     // Switch: its value in the options, and its default.
     bool ConvertOptions::*flag = nullptr;
     bool on = false;
@@ -77,11 +78,13 @@ struct Option {
 
 namespace option_table {
 
-// Where an option stands in the window: its control, the control's caption and its box.
+// Where an option stands in the window: its control, the control's caption, its box, and
+// for an entry field its place in the window's tab order.
 struct Place {
     std::string_view control;
     std::string_view caption;
     std::string_view box = {};
+    int tab = 0;
 };
 
 constexpr Option Switch(std::string_view name, std::string_view offName, bool ConvertOptions::*flag, bool on,
@@ -94,6 +97,7 @@ constexpr Option Switch(std::string_view name, std::string_view offName, bool Co
     o.control = place.control;
     o.caption = place.caption;
     o.box = place.box;
+    o.tab = place.tab;
     o.flag = flag;
     o.on = on;
     return o;
@@ -110,6 +114,7 @@ constexpr Option Choice(std::string_view name, std::span<const std::string_view>
     o.control = place.control;
     o.caption = place.caption;
     o.box = place.box;
+    o.tab = place.tab;
     o.choices = choices;
     o.choiceCaptions = captions;
     o.defaultChoice = defaultChoice;
@@ -127,6 +132,7 @@ constexpr Option Text(std::string_view name, std::optional<std::string> ConvertO
     o.control = place.control;
     o.caption = place.caption;
     o.box = place.box;
+    o.tab = place.tab;
     o.text = text;
     o.metavar = metavar;
     o.rule = rule;
@@ -169,10 +175,12 @@ inline constexpr Option kOptions[] = {
         [](ConvertOptions& o, int row) { o.wipeNames = WipeNames(row); }, {"PopupTransition", "", "Comment Lines"},
         "wipe names in the comment lines"),
     option_table::Text("title", &ConvertOptions::title, "TEXT", Option::TextRule::Line,
-                       {"EF_SeqTitle", "Sequence-Title:"}, "sequence title (folded to capitals)"),
+                       {"EF_SeqTitle", "Sequence-Title:", "", 2}, "sequence title (folded to capitals)"),
     option_table::Text("movie", &ConvertOptions::movie, "NAME", Option::TextRule::Line,
-                       {"EF_RenderedMovie", "Rendered Movie:"}, "name of the rendered movie for the comment lines"),
-    option_table::Text("reel", &ConvertOptions::reel, "NAME", Option::TextRule::ReelName, {"EF_ReelName", "Reel-Name:"},
+                       {"EF_RenderedMovie", "Rendered Movie:", "", 3},
+                       "name of the rendered movie for the comment lines"),
+    option_table::Text("reel", &ConvertOptions::reel, "NAME", Option::TextRule::ReelName,
+                       {"EF_ReelName", "Reel-Name:", "", 1},
                        "reel name of the mirror list: letters and digits, at most 8 (6 for GVG)"),
 };
 
