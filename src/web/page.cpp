@@ -137,6 +137,12 @@ EMSCRIPTEN_KEEPALIVE const char* web_tables() {
                                : o.kind == Option::Kind::Choice ? "choice"
                                                                 : "text");
         out.Key("name").String(o.name);
+        out.Key("offName").String(o.offName);
+        out.Key("on").Bool(o.on);
+        out.Key("defaultRow").Number(o.defaultChoice);
+        out.Key("choices").Open('[');
+        for (std::string_view choice : o.choices) out.String(choice);
+        out.Close(']');
         out.Key("control").String(o.control);
         out.Key("caption").String(o.caption);
         out.Key("box").String(o.box);

@@ -159,13 +159,19 @@
   // Line ends inside the system are carriage returns.
   const lines = (s) => s.replace(/\r/g, '\n');
 
+  // While a dialog of the platform waits for the user, the handler that asked stands still.
+  function asking(promise) {
+    document.body.dataset.asking = '1';
+    return promise.finally(() => { document.body.dataset.asking = '0'; });
+  }
+
   const platform = {
     msgBox(message) {
-      return new Promise((resolve) => showDialog(messageBox('Vornelt', lines(message), ['OK'], 0, 0, () => resolve())));
+      return asking(new Promise((resolve) => showDialog(messageBox('Vornelt', lines(message), ['OK'], 0, 0, () => resolve()))));
     },
     // Answers 0 for the action button, 1 for the alternate, 2 for cancel.
     messageDialog(request) {
-      return new Promise((resolve) => {
+      return asking(new Promise((resolve) => {
         const body = make('div', { className: 'message' },
           make('div', { className: 'icon', textContent: request.icon === 1 ? '\u26A0\uFE0F' : '\u2139\uFE0F' }),
           make('div', { className: 'text' }, make('strong', { textContent: lines(request.message) }),
@@ -180,17 +186,19 @@
         if (alternate) alternate.classList.add('left'), buttons.prepend(alternate);
         if (cancel) buttons.insertBefore(cancel, action);
         showDialog(dialog);
-      });
+      }));
     },
     // The file picked: a list is read into the page's memory; a movie is only named.
     openDialog(title, prompt, filter) {
-      return new Promise((resolve) => {
+      return asking(new Promise((resolve) => {
         const movie = filter === 'movie';
         const input = $('open-file');
         input.value = '';
         input.accept = (movie ? tables.movieExtensions : tables.listExtensions).split(';').join(',');
         let dialog = null;
         const finish = async (file) => {
+          // Answered: what follows is the handler's work, not the user's.
+          document.body.dataset.asking = '0';
           input.onchange = input.oncancel = null;
           if (dialog) closeDialog(dialog);
           if (!file) return resolve(null);
@@ -217,11 +225,11 @@
         } catch (e) {
           // Without a click of the user's own: the dialog's button opens it.
         }
-      });
+      }));
     },
     // The name to save under; the file goes to the browser's downloads.
     saveDialog(title, prompt, name) {
-      return new Promise((resolve) => {
+      return asking(new Promise((resolve) => {
         const field = make('input', { type: 'text', className: 'save-name', value: name, name: 'name' });
         const body = make('div', { className: 'dialog-body' }, make('div', { textContent: prompt }), field);
         const dialog = messageBox(title, body, ['Cancel', 'Save'], 1, 0, (i) => {
@@ -232,7 +240,7 @@
         field.focus();
         const point = name.lastIndexOf('.');
         field.setSelectionRange(0, point > 0 ? point : name.length);
-      });
+      }));
     },
     download(name, bytes) {
       const url = URL.createObjectURL(new Blob([bytes], { type: 'application/octet-stream' }));
@@ -337,6 +345,11 @@
           element.addEventListener('change', () => handler('web_popup', o.control, element.selectedIndex));
         }
       }
+      // Named as the converter names the option, so that a script can find it.
+      element.dataset.option = o.name;
+      if (o.offName) element.dataset.off = o.offName;
+      if (o.kind === 'switch') element.dataset.default = o.on ? '1' : '0';
+      if (o.kind === 'choice') element.dataset.choices = o.choices.join(' '), (element.dataset.default = o.defaultRow);
       controls[o.control] = element;
     }
     for (const name of ['BtnOpenEDL', 'BtnSaveEDL', 'BtnSelectMovie']) controls[name] = $(name);
