@@ -49,7 +49,7 @@ def main():
             page.d.execute_script(
                 "const t = new DataTransfer(); t.items.add(document.getElementById('open-file').files[0]);"
                 "document.getElementById('EditField1').dispatchEvent(new DragEvent('drop', {dataTransfer: t}));")
-            page.idle()
+            page.wait_for("#dialogs .message, #FrameRateWindowIfDroped")
             if page.all("#dialogs .message"):
                 page.press(page.button("Don't Save"))
             page.wait_for("#FrameRateWindowIfDroped [name=PushButton1]")

@@ -33,12 +33,18 @@
     core.stringToUTF8(s, p, size);
     return p;
   }
-  // An entry point that only reads: it never waits.
+  // An entry point that only reads: it never waits. Its answer is a text, or with `number`
+  // a number.
   function read(name, ...args) {
+    return readAs(true, name, ...args);
+  }
+  const number = (name, ...args) => readAs(false, name, ...args);
+  function readAs(isText, name, ...args) {
     const strings = [];
     const cargs = args.map((a) => (typeof a === 'string' ? (strings.push(text(a)), strings[strings.length - 1]) : a));
     try {
-      return core.UTF8ToString(core['_' + name](...cargs));
+      const answer = core['_' + name](...cargs);
+      return isText ? core.UTF8ToString(answer) : answer;
     } finally {
       strings.forEach((p) => core._free(p));
     }
@@ -386,7 +392,7 @@
       input.setRangeText(dropped, input.selectionStart, input.selectionEnd, 'end');
       input.dispatchEvent(new Event('input'));
     });
-    input.addEventListener('focus', () => { read('web_focus', control); appliedFocus = control; });
+    input.addEventListener('focus', () => { number('web_focus', control); appliedFocus = control; });
     // Leaving the field, not the page: a dialog of the page or another window does not count.
     input.addEventListener('blur', () => {
       if (!document.hasFocus() || anyDialog() || input.disabled) return;
@@ -566,7 +572,7 @@
         inside = 0;
         // Only the first file counts, and only a list; the others are dropped without a word.
         const file = e.dataTransfer.files[0];
-        if (!file || !read('web_accepts_list', file.name)) return;
+        if (!file || !number('web_accepts_list', file.name)) return;
         await dropFile(file);
       });
     }
