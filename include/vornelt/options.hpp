@@ -57,12 +57,16 @@ struct Option {
     std::string_view offName;  // a switch's flag for off: "keep-keys"
     std::string_view help;     // one line: "turn keys into dissolves"
     std::string_view control;  // the window control it mirrors: "Chb_KeyToDissolve"
+    std::string_view caption;  // the control's caption, or a field's label: "Keys to Dissolves - V2 overwrites V1 !!!"
+    std::string_view box;      // the box of the window that holds the control: "Transitions & Effects"; "" none
+    int tab = 0;               // an entry field's place in the window's tab order, left to right
     // Switch: its value in the options, and its default.
     bool ConvertOptions::*flag = nullptr;
     bool on = false;
-    // Choice: its names in the order of the popup's rows, the row of the default, and the row
-    // the options hold.
+    // Choice: its names in the order of the popup's rows, the rows as the popup shows them,
+    // the row of the default, and the row the options hold.
     std::span<const std::string_view> choices = {};
+    std::span<const std::string_view> choiceCaptions = {};
     int defaultChoice = 0;
     int (*getChoice)(const ConvertOptions&) = nullptr;
     void (*setChoice)(ConvertOptions&, int) = nullptr;
@@ -74,28 +78,45 @@ struct Option {
 
 namespace option_table {
 
+// Where an option stands in the window: its control, the control's caption, its box, and
+// for an entry field its place in the window's tab order.
+struct Place {
+    std::string_view control;
+    std::string_view caption;
+    std::string_view box = {};
+    int tab = 0;
+};
+
 constexpr Option Switch(std::string_view name, std::string_view offName, bool ConvertOptions::*flag, bool on,
-                        std::string_view control, std::string_view help) {
+                        Place place, std::string_view help) {
     Option o{};
     o.kind = Option::Kind::Switch;
     o.name = name;
     o.offName = offName;
     o.help = help;
-    o.control = control;
+    o.control = place.control;
+    o.caption = place.caption;
+    o.box = place.box;
+    o.tab = place.tab;
     o.flag = flag;
     o.on = on;
     return o;
 }
 
-constexpr Option Choice(std::string_view name, std::span<const std::string_view> choices, int defaultChoice,
-                        int (*get)(const ConvertOptions&), void (*set)(ConvertOptions&, int), std::string_view control,
+constexpr Option Choice(std::string_view name, std::span<const std::string_view> choices,
+                        std::span<const std::string_view> captions, int defaultChoice,
+                        int (*get)(const ConvertOptions&), void (*set)(ConvertOptions&, int), Place place,
                         std::string_view help) {
     Option o{};
     o.kind = Option::Kind::Choice;
     o.name = name;
     o.help = help;
-    o.control = control;
+    o.control = place.control;
+    o.caption = place.caption;
+    o.box = place.box;
+    o.tab = place.tab;
     o.choices = choices;
+    o.choiceCaptions = captions;
     o.defaultChoice = defaultChoice;
     o.getChoice = get;
     o.setChoice = set;
@@ -103,12 +124,15 @@ constexpr Option Choice(std::string_view name, std::span<const std::string_view>
 }
 
 constexpr Option Text(std::string_view name, std::optional<std::string> ConvertOptions::*text, std::string_view metavar,
-                      Option::TextRule rule, std::string_view control, std::string_view help) {
+                      Option::TextRule rule, Place place, std::string_view help) {
     Option o{};
     o.kind = Option::Kind::Text;
     o.name = name;
     o.help = help;
-    o.control = control;
+    o.control = place.control;
+    o.caption = place.caption;
+    o.box = place.box;
+    o.tab = place.tab;
     o.text = text;
     o.metavar = metavar;
     o.rule = rule;
@@ -116,35 +140,47 @@ constexpr Option Text(std::string_view name, std::optional<std::string> ConvertO
 }
 
 inline constexpr std::array<std::string_view, 2> kWipeNames = {"fcp", "smpte"};
+inline constexpr std::array<std::string_view, 2> kWipeNameRows = {"Set Transitions to FCP-WipeCodes",
+                                                                  "Set Transitions to SMPTE-WipeCodes"};
 
 }  // namespace option_table
 
 // In the order of the window, top to bottom; the text options in the order a user fills them
 // in after a load.
 inline constexpr Option kOptions[] = {
-    option_table::Switch("mirror", "no-mirror", &ConvertOptions::mirror, true, "Chb_Mirror",
+    option_table::Switch("mirror", "no-mirror", &ConvertOptions::mirror, true, {"Chb_Mirror", "Mirror", "EDL"},
                          "mirror the list onto one rendered master movie"),
-    option_table::Switch("keys", "no-keys", &ConvertOptions::keys, true, "Chb_V2", "keep the key track V2"),
-    option_table::Switch("audio", "no-audio", &ConvertOptions::audio, true, "Chb_A1234", "keep the audio events"),
+    option_table::Switch("keys", "no-keys", &ConvertOptions::keys, true, {"Chb_V2", "Key (V2)", "Video"},
+                         "keep the key track V2"),
+    option_table::Switch("audio", "no-audio", &ConvertOptions::audio, true, {"Chb_A1234", "A1234", "Audio"},
+                         "keep the audio events"),
     option_table::Switch("remove-freeze-frames", "keep-freeze-frames", &ConvertOptions::removeFreezeFrames, true,
-                         "Chb_RemoveFreezeFrame", "remove freeze frames"),
+                         {"Chb_RemoveFreezeFrame", "Remove Freeze Frames", "Transitions & Effects"},
+                         "remove freeze frames"),
     option_table::Switch("remove-speed-changes", "keep-speed-changes", &ConvertOptions::removeSpeedChanges, true,
-                         "Chb_RemoveSpeedChanges", "remove speed changes"),
+                         {"Chb_RemoveSpeedChanges", "Remove Speed Changes", "Transitions & Effects"},
+                         "remove speed changes"),
     option_table::Switch("wipes-to-dissolves", "keep-wipes", &ConvertOptions::wipesToDissolves, true,
-                         "Chb_TransToDissolve", "turn wipes into dissolves"),
-    option_table::Switch("keys-to-dissolves", "keep-keys", &ConvertOptions::keysToDissolves, false, "Chb_KeyToDissolve",
+                         {"Chb_TransToDissolve", "Wipes to Dissolves", "Transitions & Effects"},
+                         "turn wipes into dissolves"),
+    option_table::Switch("keys-to-dissolves", "keep-keys", &ConvertOptions::keysToDissolves, false,
+                         {"Chb_KeyToDissolve", "Keys to Dissolves - V2 overwrites V1 !!!", "Transitions & Effects"},
                          "turn keys into dissolves"),
-    option_table::Switch("comments", "no-comments", &ConvertOptions::comments, true, "Chb_ComntGenerateNew",
+    option_table::Switch("comments", "no-comments", &ConvertOptions::comments, true,
+                         {"Chb_ComntGenerateNew", "Generate New Comment Lines", "Comment Lines"},
                          "generate new comment lines"),
     option_table::Choice(
-        "wipe-names", option_table::kWipeNames, 1, [](const ConvertOptions& o) { return int(o.wipeNames); },
-        [](ConvertOptions& o, int row) { o.wipeNames = WipeNames(row); }, "PopupTransition",
+        "wipe-names", option_table::kWipeNames, option_table::kWipeNameRows, 1,
+        [](const ConvertOptions& o) { return int(o.wipeNames); },
+        [](ConvertOptions& o, int row) { o.wipeNames = WipeNames(row); }, {"PopupTransition", "", "Comment Lines"},
         "wipe names in the comment lines"),
-    option_table::Text("title", &ConvertOptions::title, "TEXT", Option::TextRule::Line, "EF_SeqTitle",
-                       "sequence title (folded to capitals)"),
-    option_table::Text("movie", &ConvertOptions::movie, "NAME", Option::TextRule::Line, "EF_RenderedMovie",
+    option_table::Text("title", &ConvertOptions::title, "TEXT", Option::TextRule::Line,
+                       {"EF_SeqTitle", "Sequence-Title:", "", 2}, "sequence title (folded to capitals)"),
+    option_table::Text("movie", &ConvertOptions::movie, "NAME", Option::TextRule::Line,
+                       {"EF_RenderedMovie", "Rendered Movie:", "", 3},
                        "name of the rendered movie for the comment lines"),
-    option_table::Text("reel", &ConvertOptions::reel, "NAME", Option::TextRule::ReelName, "EF_ReelName",
+    option_table::Text("reel", &ConvertOptions::reel, "NAME", Option::TextRule::ReelName,
+                       {"EF_ReelName", "Reel-Name:", "", 1},
                        "reel name of the mirror list: letters and digits, at most 8 (6 for GVG)"),
 };
 

@@ -7,8 +7,8 @@
 // A table made as a copy of another shares its entries until either is changed. Every change
 // is noted in the table's ChangeLog.
 
-#include <bit>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <type_traits>
 #include <vector>
@@ -100,11 +100,16 @@ private:
         std::vector<T> values;
     };
 
-    // Bit for bit, so that no value is ever read back other than it was stored.
+    // Bit for bit, so that no value is ever read back other than it was stored. The bits are
+    // copied out, as std::bit_cast would (which not every standard library has yet).
     bool IsFill(T value) const noexcept {
         if constexpr (std::is_floating_point_v<T>) {
             using Bits = std::conditional_t<sizeof(T) == 8, uint64_t, uint32_t>;
-            return std::bit_cast<Bits>(value) == std::bit_cast<Bits>(fill_);
+            static_assert(sizeof(Bits) == sizeof(T));
+            Bits a, b;
+            std::memcpy(&a, &value, sizeof a);
+            std::memcpy(&b, &fill_, sizeof b);
+            return a == b;
         } else {
             return value == fill_;
         }

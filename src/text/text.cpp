@@ -5,6 +5,7 @@
 #include <cfloat>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -377,6 +378,87 @@ double DecimalToDouble(TextView number) noexcept {
     return value;
 }
 
+// Digits d1 d2 ... and the power of ten of d1, read back as a double.
+double ReadBack(const std::string& digits, int exponent) {
+    std::string text = digits.substr(0, 1) + "." + digits.substr(1) + "e" + std::to_string(exponent);
+    return std::strtod(text.c_str(), nullptr);
+}
+
+// The digits one unit up or down in the last place, the power of ten moving along.
+void Step(std::string& digits, int& exponent, int by) {
+    size_t i = digits.size();
+    while (i-- > 0) {
+        char& c = digits[i];
+        if (by > 0 ? c < '9' : c > '0') {
+            c = char(c + by);
+            break;
+        }
+        c = by > 0 ? '0' : '9';
+    }
+    if (by > 0 && digits[0] == '0') {  // 99 + 1: 10 at the next power
+        digits.insert(digits.begin(), '1');
+        digits.pop_back();
+        ++exponent;
+    } else if (by < 0 && digits[0] == '0') {  // 10 - 1: 99 at the power below
+        digits.erase(digits.begin());
+        digits.push_back('9');
+        --exponent;
+    }
+}
+
+// The shortest text that reads back as d, in the form std::to_chars(first, last, d) gives:
+// of the shortest digits, the nearest; written plain or with an exponent, whichever is
+// shorter (plain when both are as long).
+std::string ShortestText(double d) {
+    if (d == 0) return std::signbit(d) ? "-0" : "0";
+    const double a = std::fabs(d);
+    std::string digits;
+    int exponent = 0;
+    for (int precision = 0; precision < 17; ++precision) {
+        char buf[40];
+        std::snprintf(buf, sizeof buf, "%.*e", precision, a);
+        const char* p = buf;
+        digits.clear();
+        for (; *p != 'e'; ++p)
+            if (*p != '.') digits += *p;
+        exponent = std::atoi(p + 1);
+        if (std::strtod(buf, nullptr) == a) break;
+        // Next to a power of two the doubles below lie closer together than those above: the
+        // nearest digits may miss while their neighbour on the far side reads back.
+        bool found = false;
+        for (int by : {1, -1}) {
+            std::string near = digits;
+            int e = exponent;
+            Step(near, e, by);
+            if (ReadBack(near, e) == a) {
+                digits = near, exponent = e, found = true;
+                break;
+            }
+        }
+        if (found) break;
+    }
+    const int n = int(digits.size());
+    std::string scientific = digits.substr(0, 1);
+    if (n > 1) scientific += "." + digits.substr(1);
+    const std::string power = std::to_string(std::abs(exponent));
+    scientific += exponent < 0 ? "e-" : "e+";
+    if (power.size() < 2) scientific += '0';
+    scientific += power;
+    std::string fixed;
+    if (exponent < 0) {
+        fixed = "0." + std::string(size_t(-exponent - 1), '0') + digits;
+    } else if (n <= exponent + 1) {
+        // A whole number: every text of its digits has the same length, and the exact one is
+        // the nearest.
+        char whole[320];
+        std::snprintf(whole, sizeof whole, "%.0f", a);
+        fixed = whole;
+    } else {
+        fixed = digits.substr(0, size_t(exponent + 1)) + "." + digits.substr(size_t(exponent + 1));
+    }
+    return (d < 0 ? "-" : "") + (fixed.size() <= scientific.size() ? fixed : scientific);
+}
+
 }  // namespace
 
 double Val(TextView s) noexcept {
@@ -416,9 +498,8 @@ Text Str(double d) {
     if (std::isnan(d)) return "NAN";
     if (std::isinf(d)) return d < 0 ? "-INF" : "INF";
     if (d == std::trunc(d) && std::fabs(d) < 1e15) return std::to_string(int64_t(d));
-    char buf[64];
-    auto r = std::to_chars(buf, buf + sizeof buf, d);
-    return Text(buf, r.ptr);
+    // Not std::to_chars, which some standard libraries lack for floating point: the same text.
+    return ShortestText(d);
 }
 
 Text Format(int64_t value, TextView pattern) {

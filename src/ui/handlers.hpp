@@ -51,6 +51,13 @@ void BtnSaveEDL_Action(Desktop& d);
 void BtnSelectMovie_Action(Desktop& d);
 void BtnOpenEDL_Action(Desktop& d);
 
+// The handler of a check box or a popup of the main window, by the control's name
+// ("Chb_Mirror"); null for a control without one. A window that builds its controls from a
+// table finds their handlers here.
+using Handler = void (*)(Desktop&);
+Handler CheckBoxHandler(std::string_view control);
+Handler PopupHandler(std::string_view control);
+
 // ---- entry fields ----
 // The change handling of a field that the user or a handler has written: capitals with the
 // caret kept (done by the field itself), and for the movie field a new list.

@@ -99,4 +99,46 @@ void BtnSaveEDL_Action(Desktop& d) {
 
 void BtnSelectMovie_Action(Desktop& d) { SelectMovie(d); }
 
+namespace {
+
+struct NamedHandler {
+    std::string_view control;
+    Handler handler;
+};
+
+constexpr NamedHandler kCheckBoxHandlers[] = {
+    {"Chb_Mirror", Chb_Mirror_Action},
+    {"Chb_FixKeyDuration", Chb_FixKeyDuration_Action},
+    {"Chb_V2", Chb_V2_Action},
+    {"Chb_A1234", Chb_A1234_Action},
+    {"Chb_A1", Chb_A1_Action},
+    {"Chb_A2", Chb_A2_Action},
+    {"Chb_A3", Chb_A3_Action},
+    {"Chb_A4", Chb_A4_Action},
+    {"Chb_RemoveFreezeFrame", Chb_RemoveFreezeFrame_Action},
+    {"Chb_RemoveSpeedChanges", Chb_RemoveSpeedChanges_Action},
+    {"Chb_TransToDissolve", Chb_TransToDissolve_Action},
+    {"Chb_KeyToDissolve", Chb_KeyToDissolve_Action},
+    {"Chb_ComntGenerateNew", Chb_ComntGenerateNew_Action},
+    {"Chb_ComntTransition", Chb_ComntTransition_Action},
+    {"Chb_ComntClipNames", Chb_ComntClipNames_Action},
+    {"Chb_ComntOther", Chb_ComntOther_Action},
+};
+
+constexpr NamedHandler kPopupHandlers[] = {
+    {"PopupTransition", PopupTransition_Change},
+};
+
+template <size_t N>
+Handler Find(const NamedHandler (&table)[N], std::string_view control) {
+    for (const NamedHandler& h : table)
+        if (h.control == control) return h.handler;
+    return nullptr;
+}
+
+}  // namespace
+
+Handler CheckBoxHandler(std::string_view control) { return Find(kCheckBoxHandlers, control); }
+Handler PopupHandler(std::string_view control) { return Find(kPopupHandlers, control); }
+
 }  // namespace vornelt

@@ -134,6 +134,17 @@ TEST(Text, CutsSearchesAndFormats) {
         {Str(25.0), "25"},
         {Str(-3), "-3"},
         {Str(0.5), "0.5"},
+        // The shortest digits that read back, plain or with an exponent, whichever is shorter.
+        {Str(0.1), "0.1"},
+        {Str(1e15), "1e+15"},
+        {Str(0.0001), "1e-04"},
+        {Str(123456.789), "123456.789"},
+        {Str(5e-324), "5e-324"},
+        {Str(4.0 / 3), "1.3333333333333333"},
+        {Str(std::ldexp(1.0, -47)), "7.105427357601002e-15"},  // the doubles below lie closer
+        {Str(9223372036854775808.0), "9223372036854775808"},
+        {Str(-2.5e-7), "-2.5e-07"},
+        {Str(1.7976931348623157e308), "1.7976931348623157e+308"},
         // Malformed UTF-8 counts byte by byte and reads as replacement characters.
         {Str(Len("a\xFF\xC3")), "3"},
         {SanitizeUtf8("a\xFF\xC3"), "a\xEF\xBF\xBD\xEF\xBF\xBD"},

@@ -26,6 +26,7 @@
 #include "ui/qt/list_view.hpp"
 #include "ui/qt/qt_util.hpp"
 #include "ui/windows.hpp"
+#include "vornelt/options.hpp"
 
 namespace vornelt::qt {
 
@@ -69,6 +70,13 @@ bool TakeAsCopy(QDropEvent* e) {
     e->setDropAction(Qt::CopyAction);
     e->accept();
     return true;
+}
+
+// The caption of an option's control (a field's label for a field), as the options table has it.
+QString OptionCaption(std::string_view control) {
+    for (const Option& o : kOptions)
+        if (o.control == control) return ToQ(o.caption);
+    return {};
 }
 
 // The text without its control characters (U+0000 to U+001F and U+007F).
@@ -270,14 +278,14 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
     canvas3->setPixmap(Picture(":/images/vornelt.svg", {32, 32}, devicePixelRatioF()));
     Add(canvas3, "Canvas3", {928, 14, 32, 32}, Anchor::TopRight);
 
-    auto fieldLabel = [&](const char* name, const char* text, QRect rect) {
-        auto* l = new QLabel(QString::fromUtf8(text), surface_);
+    auto fieldLabel = [&](const char* name, std::string_view field, QRect rect) {
+        auto* l = new QLabel(OptionCaption(field), surface_);
         l->setFont(ControlFont(kSmall));
         Add(l, name, rect);
     };
-    fieldLabel("StaticText1", "Reel-Name:", {20, 54, 80, 14});
-    fieldLabel("StaticText2", "Sequence-Title:", {112, 54, 132, 14});
-    fieldLabel("StaticText3", "Rendered Movie:", {388, 54, 132, 14});
+    fieldLabel("StaticText1", "EF_ReelName", {20, 54, 80, 14});
+    fieldLabel("StaticText2", "EF_SeqTitle", {112, 54, 132, 14});
+    fieldLabel("StaticText3", "EF_RenderedMovie", {388, 54, 132, 14});
 
     auto field = [&](const char* name, EntryField MainWindowState::*member, QRect rect, Qt::Alignment align) {
         auto* f = new EntryFieldWidget(shell_, member, surface_);
@@ -325,7 +333,7 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
     stFcm_ = BoxLabel(general, "ST_FCM", "Drop Frame", {820, 120, 100, 14}, Qt::AlignLeft);
 
     QGroupBox* edl = Box("GBox_EDL", "EDL", {732, 156, 228, 60}, Anchor::TopRight);
-    Check(edl, "Chb_Mirror", "Mirror", {742, 182, 54, 20}, &MainWindowState::Chb_Mirror, Chb_Mirror_Action);
+    Check(edl, "Chb_Mirror", nullptr, {742, 182, 54, 20}, &MainWindowState::Chb_Mirror, Chb_Mirror_Action);
     QCheckBox* fix = Check(edl, "Chb_FixKeyDuration", "Fix Key Duration", {806, 182, 114, 20},
                            &MainWindowState::Chb_FixKeyDuration, Chb_FixKeyDuration_Action);
     fix->setToolTip(QString::fromUtf8(
@@ -334,10 +342,10 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
 
     QGroupBox* video = Box("GBox_Video", "Video", {732, 228, 228, 60}, Anchor::TopRight);
     Check(video, "Chb_V1", "V1", {742, 254, 40, 20}, &MainWindowState::Chb_V1, nullptr);
-    Check(video, "Chb_V2", "Key (V2)", {794, 254, 65, 20}, &MainWindowState::Chb_V2, Chb_V2_Action);
+    Check(video, "Chb_V2", nullptr, {794, 254, 65, 20}, &MainWindowState::Chb_V2, Chb_V2_Action);
 
     QGroupBox* audio1 = Box("GBox_Audio1", "Audio", {732, 300, 228, 60}, Anchor::TopRight);
-    Check(audio1, "Chb_A1234", "A1234", {742, 326, 70, 20}, &MainWindowState::Chb_A1234, Chb_A1234_Action);
+    Check(audio1, "Chb_A1234", nullptr, {742, 326, 70, 20}, &MainWindowState::Chb_A1234, Chb_A1234_Action);
 
     // Outside the right edge, and tied to it: never seen.
     QGroupBox* audio = Box("GBox_Audio", "Audio", {988, 300, 200, 60}, Anchor::TopRight);
@@ -347,22 +355,23 @@ MainWindowView::MainWindowView(AppShell& shell) : shell_(shell) {
     Check(audio, "Chb_A4", "A4", {1136, 326, 40, 20}, &MainWindowState::Chb_A4, Chb_A4_Action);
 
     QGroupBox* trans = Box("GBox_Trans", "Transitions & Effects", {732, 372, 228, 146}, Anchor::TopRight);
-    Check(trans, "Chb_RemoveFreezeFrame", "Remove Freeze Frames", {742, 396, 178, 20},
-          &MainWindowState::Chb_RemoveFreezeFrame, Chb_RemoveFreezeFrame_Action);
-    Check(trans, "Chb_RemoveSpeedChanges", "Remove Speed Changes", {742, 426, 178, 20},
-          &MainWindowState::Chb_RemoveSpeedChanges, Chb_RemoveSpeedChanges_Action);
-    Check(trans, "Chb_TransToDissolve", "Wipes to Dissolves", {742, 456, 178, 20},
-          &MainWindowState::Chb_TransToDissolve, Chb_TransToDissolve_Action);
-    Check(trans, "Chb_KeyToDissolve", "Keys to Dissolves - V2 overwrites V1 !!!", {742, 486, 209, 20},
-          &MainWindowState::Chb_KeyToDissolve, Chb_KeyToDissolve_Action);
+    Check(trans, "Chb_RemoveFreezeFrame", nullptr, {742, 396, 178, 20}, &MainWindowState::Chb_RemoveFreezeFrame,
+          Chb_RemoveFreezeFrame_Action);
+    Check(trans, "Chb_RemoveSpeedChanges", nullptr, {742, 426, 178, 20}, &MainWindowState::Chb_RemoveSpeedChanges,
+          Chb_RemoveSpeedChanges_Action);
+    Check(trans, "Chb_TransToDissolve", nullptr, {742, 456, 178, 20}, &MainWindowState::Chb_TransToDissolve,
+          Chb_TransToDissolve_Action);
+    Check(trans, "Chb_KeyToDissolve", nullptr, {742, 486, 209, 20}, &MainWindowState::Chb_KeyToDissolve,
+          Chb_KeyToDissolve_Action);
 
     QGroupBox* comment = Box("GBox_Comment", "Comment Lines", {732, 530, 228, 90}, Anchor::TopRight);
-    Check(comment, "Chb_ComntGenerateNew", "Generate New Comment Lines", {742, 556, 178, 20},
-          &MainWindowState::Chb_ComntGenerateNew, Chb_ComntGenerateNew_Action);
+    Check(comment, "Chb_ComntGenerateNew", nullptr, {742, 556, 178, 20}, &MainWindowState::Chb_ComntGenerateNew,
+          Chb_ComntGenerateNew_Action);
     popupTransition_ = new QComboBox(comment);
     popupTransition_->setObjectName("PopupTransition");
-    popupTransition_->addItem(QStringLiteral("Set Transitions to FCP-WipeCodes"));
-    popupTransition_->addItem(QStringLiteral("Set Transitions to SMPTE-WipeCodes"));
+    for (const Option& o : kOptions)
+        if (o.control == "PopupTransition")
+            for (std::string_view row : o.choiceCaptions) popupTransition_->addItem(ToQ(row));
     popupTransition_->setFont(ControlFont(kSmall));
     popupTransition_->setGeometry(742 - 732, 586 - 530, 209, 20);
     connect(popupTransition_, &QComboBox::activated, this, [this](int row) {
@@ -420,7 +429,8 @@ QGroupBox* MainWindowView::Box(const char* name, const char* caption, QRect rect
 
 QCheckBox* MainWindowView::Check(QGroupBox* box, const char* name, const char* caption, QRect windowRect,
                                  CheckBox MainWindowState::*member, void (*handler)(Desktop&)) {
-    auto* c = new QCheckBox(QString::fromUtf8(caption), box);
+    // An option's box has the caption of the options table.
+    auto* c = new QCheckBox(caption ? QString::fromUtf8(caption) : OptionCaption(name), box);
     c->setObjectName(QString::fromUtf8(name));
     c->setFont(ControlFont(kSmall));
     c->setGeometry(windowRect.translated(-box->geometry().topLeft()));

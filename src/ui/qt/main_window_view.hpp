@@ -83,6 +83,7 @@ private:
 
     QWidget* Add(QWidget* w, const char* name, QRect rect, Anchor anchor = Anchor::TopLeft);
     QGroupBox* Box(const char* name, const char* caption, QRect rect, Anchor anchor);
+    // An option's box takes its caption from the options table: caption null.
     QCheckBox* Check(QGroupBox* box, const char* name, const char* caption, QRect windowRect,
                      CheckBox MainWindowState::*member, void (*handler)(Desktop&));
     QLabel* BoxLabel(QGroupBox* box, const char* name, const char* text, QRect windowRect, Qt::Alignment align);

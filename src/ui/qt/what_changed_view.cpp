@@ -21,15 +21,8 @@ namespace vornelt::qt {
 
 namespace {
 
-constexpr int kMostLines = 30;
 // The texts of item rows kept for showing while a handler runs: those in sight, and more.
 constexpr qsizetype kMostShown = 4096;
-
-QString Where(const ReportEntry& e, int32_t lineWritten) {
-    QString where = e.row >= 0 ? QStringLiteral("line %1").arg(e.row + 1) : QStringLiteral("list");
-    if (lineWritten > 0) where += QStringLiteral(" \u2192 %1").arg(lineWritten);
-    return where;
-}
 
 }  // namespace
 
@@ -39,19 +32,13 @@ void ReportModel::setView(ReportView view) {
     lines_ = view_.document ? WrittenLines(*view_.document) : WrittenLines();
     shown_.clear();
     // The entries stand kind after kind, in the order of the kinds.
-    groups_.clear();
-    size_t first = 0;
-    for (size_t k = 0; k < kChangeKinds; ++k) {
-        if (view_.counts[k] == 0) continue;
-        groups_.push_back({ChangeKind(k), first, view_.counts[k]});
-        first += size_t(view_.counts[k]);
-    }
+    groups_ = WhatChangedGroups(view_);
     endResetModel();
 }
 
 const ReportEntry* ReportModel::entry(const QModelIndex& index) const {
     if (!index.isValid() || index.internalId() == 0) return nullptr;
-    const Group& g = groups_[size_t(index.internalId() - 1)];
+    const WhatChangedGroup& g = groups_[size_t(index.internalId() - 1)];
     return &view_.entries[g.first + size_t(index.row())];
 }
 
@@ -76,14 +63,8 @@ int ReportModel::rowCount(const QModelIndex& parent) const {
 QVariant ReportModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     if (index.internalId() == 0) {
-        const Group& g = groups_[size_t(index.row())];
-        if (role == Qt::DisplayRole) {
-            QString text = QStringLiteral("%1 (%2)").arg(QString::fromUtf8(KindHeading(g.kind))).arg(g.count);
-            if (g.kind == ChangeKind::ClipChain && view_.oneLineChains > 0)
-                text += QStringLiteral(", and %1 of one line").arg(view_.oneLineChains);
-            if (KindSeverity(g.kind) == Severity::Warning) text = QStringLiteral("\u26A0 ") + text;
-            return text;
-        }
+        if (role == Qt::DisplayRole)
+            return QString::fromStdString(WhatChangedHeading(view_, groups_[size_t(index.row())]));
         if (role == Qt::FontRole) {
             QFont f;
             f.setBold(true);
@@ -96,8 +77,7 @@ QVariant ReportModel::data(const QModelIndex& index, int role) const {
     if (frozen_ && frozen_()) return shown_.value(key);
     if (auto it = shown_.constFind(key); it != shown_.constEnd()) return *it;
     const ReportEntry& e = *entry(index);
-    const QString text =
-        Where(e, lines_.Of(e)) + QStringLiteral("   ") + QString::fromStdString(EntryText(e, *view_.document));
+    const QString text = QString::fromStdString(WhatChangedItemText(e, lines_.Of(e), *view_.document));
     if (shown_.size() >= kMostShown) shown_.clear();
     shown_.insert(key, text);
     return text;
@@ -160,14 +140,7 @@ void WhatChangedView::Refresh() {
     shownList_ = m.finalCMXString;
     // The lines in the new list are counted for the items shown only.
     model_->setView(ViewReport(m, ReportLines::WhenShown));
-    int changes = 0, warnings = 0;
-    for (size_t k = 0; k < kChangeKinds; ++k)
-        (KindSeverity(ChangeKind(k)) == Severity::Change ? changes : warnings) += model_->view().counts[k];
-    summary_->setText(m.dbCreated ? QStringLiteral("%1: %2 changes, %3 warnings")
-                                        .arg(QString::fromStdString(m.myAbsDateiName))
-                                        .arg(changes)
-                                        .arg(warnings)
-                                  : QStringLiteral("No list is loaded."));
+    summary_->setText(QString::fromStdString(WhatChangedSummary(model_->view(), m)));
     asRead_->clear();
     asWritten_->clear();
 }
@@ -187,46 +160,12 @@ void WhatChangedView::Selected(const QModelIndex& index) {
     asWritten_->clear();
     if (!e || e->row < 0) return;
     const Document& m = shell_.desktop().session.document;
-    const int32_t row = e->row;
-    const auto event = [&](int32_t r) {
-        return size_t(r) < m.readOrigEventNumberInt.size() ? m.readOrigEventNumberInt[size_t(r)] : -1;
-    };
-    // The rows of the event, with the notes that follow it.
-    int32_t a = row, b = row;
-    const int32_t last = int32_t(m.readOrigCompleteLine.size()) - 1;
-    if (e->event >= 0) {
-        while (a > 0 && event(a - 1) == e->event && row - a < kMostLines) --a;
-        while (b < last && (event(b + 1) == e->event || event(b + 1) < 0) && b - a < kMostLines) ++b;
-    }
-    QString read;
-    for (int32_t r = a; r <= b; ++r)
-        read += QStringLiteral("%1  ").arg(r + 1, 5) + QString::fromUtf8(m.readOrigCompleteLine.Get(r)) + '\n';
-    asRead_->setPlainText(read);
-
-    // The lines of those rows in the new list, with the comment lines that follow them, as the
-    // plan of the list has them.
-    const auto [from, to] = m.plan.LinesOf(uint32_t(a), uint32_t(b));
-    if (from == to) {
-        asWritten_->setPlainText(QStringLiteral("(not in the new list)"));
-        return;
-    }
-    const std::string written = PlannedText(m, from, to - from > kMostLines ? from + kMostLines : to);
-    QString text;
-    int line = int(from->line);
-    int shown = 0;
-    for (size_t p = 0; p < written.size() && shown < kMostLines; ++shown) {
-        size_t cr = written.find('\r', p);
-        if (cr == std::string::npos) cr = written.size();
-        text += QStringLiteral("%1  ").arg(line++, 5) + QString::fromUtf8(written.data() + p, qsizetype(cr - p)) + '\n';
-        p = cr + 1;
-    }
-    asWritten_->setPlainText(text);
-
-    // The main list scrolls to the item's line, or to the first line of its rows.
-    if (MainWindowView* main = shell_.Main()) {
-        const PlannedLine* own = m.plan.EventLineOf(uint32_t(row));
-        main->EditField1()->revealLine(int(own ? own->line : from->line));
-    }
+    const WhatChangedLines lines = EventLines(*e, m);
+    asRead_->setPlainText(QString::fromStdString(lines.asRead));
+    asWritten_->setPlainText(QString::fromStdString(lines.asWritten));
+    // The main list scrolls to the item's line.
+    if (MainWindowView* main = shell_.Main(); main && lines.listLine > 0)
+        main->EditField1()->revealLine(lines.listLine);
 }
 
 }  // namespace vornelt::qt

@@ -11,7 +11,7 @@
 #include <memory>
 #include <string>
 
-#include "session/report.hpp"
+#include "ui/what_changed.hpp"
 
 class QLabel;
 class QPlainTextEdit;
@@ -43,13 +43,8 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
 
 private:
-    struct Group {
-        ChangeKind kind;
-        size_t first;  // into view_.entries
-        int count;
-    };
     ReportView view_;
-    std::vector<Group> groups_;
+    std::vector<WhatChangedGroup> groups_;
     mutable WrittenLines lines_;
     std::function<bool()> frozen_;
     mutable QHash<quint64, QString> shown_;  // by group and row
