@@ -8,6 +8,22 @@
 
 namespace vornelt {
 
+namespace {
+
+// BeginsCI for the upper-case ASCII literals of the comment lines: a line of ASCII is compared
+// byte by byte, any other the long way.
+bool Begins(std::string_view line, std::string_view literal) {
+    if (line.size() < literal.size()) return BeginsCI(line, literal);
+    for (size_t k = 0; k < literal.size(); ++k) {
+        const unsigned char c = static_cast<unsigned char>(line[k]);
+        if (c >= 0x80) return BeginsCI(line, literal);
+        if ((c >= 'a' && c <= 'z' ? c - 32 : c) != static_cast<unsigned char>(literal[k])) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
 void AppendSortedCommentLine(std::string& out, std::string_view block) {
     // Exactly three lines, each ended: four pieces, the last one after the final return.
     std::array<std::string_view, 4> pieces{};
@@ -29,23 +45,23 @@ void AppendSortedCommentLine(std::string& out, std::string_view block) {
 
     std::array<std::string_view, 3> slots{};
     for (size_t p = 0; p < 3; ++p) {
-        if (BeginsCI(pieces[p], "* EFFECT NAME")) {
+        if (Begins(pieces[p], "* EFFECT NAME")) {
             slots[0] = pieces[p];
             break;
         }
     }
     for (size_t p = 0; p < 3; ++p) {
-        if (BeginsCI(pieces[p], "* FROM CLIP NAME")) {
+        if (Begins(pieces[p], "* FROM CLIP NAME")) {
             slots[1] = pieces[p];
             break;
         }
     }
     // A key line counts only in first place; in second or third place it is lost.
-    if (BeginsCI(pieces[0], "* TO CLIP NAME") || BeginsCI(pieces[0], "* KEY CLIP NAME"))
+    if (Begins(pieces[0], "* TO CLIP NAME") || Begins(pieces[0], "* KEY CLIP NAME"))
         slots[2] = pieces[0];
-    else if (BeginsCI(pieces[1], "* TO CLIP NAME"))
+    else if (Begins(pieces[1], "* TO CLIP NAME"))
         slots[2] = pieces[1];
-    else if (BeginsCI(pieces[2], "* TO CLIP NAME"))
+    else if (Begins(pieces[2], "* TO CLIP NAME"))
         slots[2] = pieces[2];
 
     for (const std::string_view slot : slots) {

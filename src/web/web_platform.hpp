@@ -33,7 +33,7 @@ public:
     void CloseProgressWindow() override;
     std::unique_ptr<TextOutputStream> CreateTextFile(const FolderItem& file) override;
     void SetMacTypeAndCreator(const FolderItem&, std::string_view, std::string_view) override {}
-    void Launch(const FolderItem&) override {}
+    bool Launch(const FolderItem&) override { return false; }  // a page opens no file of the computer
     void ShowURL(std::string_view url) override;
 
     // The long loops call Yield once per row; the browser is given time at most this often.

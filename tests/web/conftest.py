@@ -53,6 +53,7 @@ class Page:
         self._options = {}
 
     def open_page(self):
+        self._options = {}  # the controls of a page opened anew are new
         self.d.get(PAGE.as_uri())
         self.d.execute_cdp_cmd("Page.setInterceptFileChooserDialog", {"enabled": True})
         self.idle()
