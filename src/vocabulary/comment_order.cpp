@@ -64,10 +64,7 @@ void AppendSortedCommentLine(std::string& out, std::string_view block) {
     else if (Begins(pieces[2], "* TO CLIP NAME"))
         slots[2] = pieces[2];
 
-    for (const std::string_view slot : slots) {
-        out.append(slot);
-        out.push_back(kCR);
-    }
+    for (const std::string_view slot : slots) out.append(slot).push_back(kCR);
 }
 
 std::string SortCommentLine(std::string_view block) {

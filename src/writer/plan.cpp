@@ -46,7 +46,8 @@ inline bool KeepsNoteRow(std::string_view line, bool isMotion, double motion, co
 }
 
 // The comment lines of one event, gathered while its rows go by. Two buffers take turns so
-// that putting text ahead of the block costs no allocation once they have grown.
+// that putting text ahead of the block costs no allocation once they have grown. The text is
+// empty or ends in a line end.
 class CommentBlock {
 public:
     explicit CommentBlock(const std::string& movie)
@@ -133,16 +134,16 @@ std::string SpeedJudged(const Document& m, int64_t i) {
 // speed of the list loaded before decided otherwise than its own would, the report says so.
 void RecordMotion(const Document& m, const PlanOptions& o, int64_t i, int32_t event, bool kept,
                   std::vector<ChangeItem>& report) {
-    const std::string speed(m.readOrigM2Str.Get(i));
-    if (KeepsNoteRow(m.copyCompletLine.Get(i), true, OwnSpeed(m, i), o) != kept)
-        report.push_back(
-            {ChangeKind::MotionJudgedByListBefore, int32_t(i), event, kept ? 1 : 0, speed, SpeedJudged(m, i)});
+    const double own = OwnSpeed(m, i);
+    if (KeepsNoteRow(m.copyCompletLine.Get(i), true, own, o) != kept)
+        report.push_back({ChangeKind::MotionJudgedByListBefore, int32_t(i), event, kept ? 1 : 0,
+                          std::string(m.readOrigM2Str.Get(i)), SpeedJudged(m, i)});
     else if (!kept)
-        report.push_back({OwnSpeed(m, i) == 0.0 ? ChangeKind::FreezeFrameRemoved : ChangeKind::SpeedChangeRemoved,
+        report.push_back({own == 0.0 ? ChangeKind::FreezeFrameRemoved : ChangeKind::SpeedChangeRemoved,
                           int32_t(i),
                           event,
                           0,
-                          speed,
+                          std::string(m.readOrigM2Str.Get(i)),
                           {}});
 }
 
@@ -267,8 +268,11 @@ void PlanList(Document& m, const MainWindowState& window, Platform& platform) {
                                               {}});
                         if (duration.empty()) block.PrependFrom();
                         const size_t begin = plan.comments.size();
-                        // Sorting keeps the number of lines.
-                        AppendSortedCommentLine(plan.comments, block.Text());
+                        // Only a block of three lines is sorted; sorting keeps the number of lines.
+                        if (block.LineEnds() == 3)
+                            AppendSortedCommentLine(plan.comments, block.Text());
+                        else
+                            plan.comments.append(block.Text());
                         plan.comments.push_back(kCR);
                         lines.AddComments(begin, block.LineEnds() + 1);
                         block.Clear();
