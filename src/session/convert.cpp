@@ -3,6 +3,7 @@
 #include <new>
 #include <stdexcept>
 
+#include "platform/files.hpp"
 #include "session/load.hpp"
 #include "session/report.hpp"
 #include "text/encodings.hpp"
@@ -129,7 +130,7 @@ ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_
     try {
         if (!CheckOptions(o, error)) return {};
         if (bytes.size() > kMaxListFileBytes) {
-            Fail(error, ErrorStatus::Outcome::CannotRead, ErrorCause(kErrorListTooLarge));
+            Fail(error, ErrorStatus::Outcome::CannotRead, std::string(kListTooLarge), EFBIG);
             return {};
         }
         CollectingPlatform platform;
@@ -171,11 +172,30 @@ ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_
     return result;
 }
 
-std::string SuggestedSaveName(std::string_view loadedName) {
-    // The name up to its first point; a name without one is taken whole.
-    const int64_t point = InStr(loadedName, ".");
-    const std::string_view stem = point == 0 ? loadedName : Left(loadedName, point - 1);
-    return std::string(stem) + " VORNELT.edl";
+ConvertResult ConvertFile(std::string_view input, std::optional<std::string_view> output, const ConvertOptions& o,
+                          std::string* saved, ErrorStatus* error) noexcept {
+    ErrorStatus failure;
+    try {
+        // Everything is worked out before the list is read: the options, where it goes, and
+        // that it goes over no file it reads.
+        std::string target;
+        CallFiles files;
+        files.AddInput(input);
+        std::string bytes;
+        if (CheckOptions(o, &failure) && !(target = OutputPath(input, output, &failure)).empty()) {
+            if (saved) *saved = target;
+            if (files.AddOutput(target, 0, &failure) && ReadListFile(input, bytes, &failure)) {
+                ConvertResult result = Convert(std::move(bytes), o, FileName(input), &failure);
+                if (failure.ok() && SaveFile(target, result.bytes, SaveOptions{.list = true}, &failure)) return result;
+            }
+        }
+    } catch (const std::bad_alloc&) {
+        Fail(&failure, ErrorStatus::Outcome::NoMemory, "not enough memory for this list");
+    }
+    if (error) *error = std::move(failure);
+    return {};
 }
+
+std::string ListText(std::string_view saved) { return DecodeMacRoman(saved); }
 
 }  // namespace vornelt

@@ -16,13 +16,13 @@ constexpr const char* kCantRead = "Sorry, Can't read the file.";
 void LoadFile(Session& s, const FolderItem& file, bool assignRateTwice) {
     MainWindowState& window = s.MainWindow();
     window.Cursor = MouseCursor::Wait;
-    std::optional<std::string> bytes = s.platform.ReadWholeFile(file);
-    if (!bytes) {
+    std::string bytes;
+    if (!s.platform.ReadWholeFile(file, bytes, nullptr)) {
         // The old document stays as it was; nothing resets the wait cursor on this path.
         s.platform.MsgBox(kCantRead);
         return;
     }
-    LoadListBytes(s, std::move(*bytes), file, assignRateTwice);
+    LoadListBytes(s, std::move(bytes), file, assignRateTwice);
 }
 
 void ApplySwitches(Document& m, Platform& platform) {

@@ -52,7 +52,7 @@ public:
     }
     void ShowProgressWindow() override { ++progressShows; }
     void CloseProgressWindow() override { ++progressCloses; }
-    std::unique_ptr<TextOutputStream> CreateTextFile(const FolderItem& file) override;
+    std::unique_ptr<TextOutputStream> CreateTextFile(const FolderItem& file, ErrorStatus* error) override;
     void Launch(const FolderItem& file) override { launched.push_back(file.AbsolutePath()); }
     void ShowURL(std::string_view url) override { launched.emplace_back(url); }
 
