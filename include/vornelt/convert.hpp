@@ -72,7 +72,8 @@ bool CheckOptions(const ConvertOptions& options, ErrorStatus* error);
 
 // Converts the bytes of one list, named `name` (the name of its file: the window's title).
 // When it fails (BadOption: the list cannot take an option; CannotRead: more bytes than
-// kMaxListFileBytes; NoMemory), the result is empty and `error` says why.
+// kMaxListFileBytes; NoMemory; Interrupted: `options.stop` turned true), the result is empty
+// and `error` says why.
 ConvertResult Convert(std::string_view bytes, const ConvertOptions& options, std::string_view name = "list.edl",
                       ErrorStatus* error = nullptr) noexcept;
 // The same with bytes the caller no longer needs: the conversion works in them, which saves

@@ -63,6 +63,9 @@ public:
     // Gives time to the event loop. Called once per row by every long loop, so it must be
     // cheap; an implementation may serve the loop only every few milliseconds.
     virtual void Yield() = 0;
+    // Whether the work in hand is to stop: a load asks between its passes. The window never
+    // stops one; a conversion stops when its caller asks.
+    virtual bool StopAsked() { return false; }
     // A control of the main window state or of the progress window is to be redrawn at once
     // ("EF_SeqTitle", "ProgressBar1", "ST_Detail").
     virtual void Redraw(std::string_view control) = 0;

@@ -2,6 +2,13 @@
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <exception>
+#include <mutex>
+#include <thread>
+
 #include "vornelt/convert.hpp"
 #include "vornelt/files.hpp"
 
@@ -228,6 +235,62 @@ bool IsBytesLike(const py::object& data) {
            py::isinstance<py::memoryview>(data);
 }
 
+bool InMainThread() {
+    const py::module_ threading = py::module_::import("threading");
+    const py::object main = threading.attr("main_thread")().attr("ident");
+    return main.equal(threading.attr("get_ident")());
+}
+
+// Runs `work` without the interpreter's lock. Python takes its signals in the main thread,
+// and only while it holds the lock: there the work runs on a thread of its own while this
+// thread looks at the signals every 50 ms. An exception that a signal's handler raises
+// (KeyboardInterrupt, for Ctrl-C) turns `stop` true, and comes out once the work has stopped,
+// which it does at its next step.
+template <typename Work>
+void RunUnlocked(std::atomic<bool>& stop, Work work) {
+    if (!InMainThread()) {
+        py::gil_scoped_release unlocked;
+        work();
+        return;
+    }
+    std::mutex mutex;
+    std::condition_variable finished;
+    bool done = false;
+    std::exception_ptr failure;
+    std::thread worker;
+    {
+        py::gil_scoped_release unlocked;
+        worker = std::thread([&] {
+            try {
+                work();
+            } catch (...) {
+                failure = std::current_exception();
+            }
+            std::lock_guard lock(mutex);
+            done = true;
+            finished.notify_one();
+        });
+    }
+    bool raised = false;
+    for (;;) {
+        {
+            py::gil_scoped_release unlocked;
+            std::unique_lock lock(mutex);
+            if (finished.wait_for(lock, std::chrono::milliseconds(50), [&] { return done; })) break;
+        }
+        if (!raised && PyErr_CheckSignals() != 0) {
+            raised = true;
+            stop = true;
+        }
+    }
+    {
+        py::gil_scoped_release unlocked;
+        worker.join();
+    }
+    if (raised) throw py::error_already_set();
+    if (failure) std::rethrow_exception(failure);
+}
+
 Result Finish(ConvertResult&& r, const ErrorStatus& error, std::string_view path) {
     switch (error.outcome) {
         case ErrorStatus::Outcome::Ok: break;
@@ -247,25 +310,23 @@ Result Finish(ConvertResult&& r, const ErrorStatus& error, std::string_view path
 
 // Converts the list given as bytes or as a path, without the interpreter's lock. Bytes are
 // handed to the library as they stand in Python's memory: the one copy is the library's own.
-Result Run(const py::object& data, const ConvertOptions& o, std::string name) {
+Result Run(const py::object& data, ConvertOptions o, std::string name) {
     ConvertResult r;
     ErrorStatus error;
+    std::atomic<bool> stop{false};
+    o.stop = &stop;
     if (IsBytesLike(data)) {
         const GivenBytes given(data);
         if (name.empty()) name = "list.edl";
-        {
-            py::gil_scoped_release unlocked;
-            r = Convert(given.View(), o, name, &error);
-        }
+        RunUnlocked(stop, [&] { r = Convert(given.View(), o, name, &error); });
         return Finish(std::move(r), error, "");
     }
     const std::string path = PathOf(data, "data");
     if (name.empty()) name = PathText(FileName(path));
-    {
-        py::gil_scoped_release unlocked;
+    RunUnlocked(stop, [&] {
         std::string bytes;
         if (ReadListFile(path, bytes, &error)) r = Convert(std::move(bytes), o, name, &error);
-    }
+    });
     return Finish(std::move(r), error, path);
 }
 
@@ -333,23 +394,24 @@ PYBIND11_MODULE(vornelt, m) {
          "name: the list's file name, as the window shows it; a path's own name when a path is given.\n\n"
          "Returns a Result. Raises ValueError for options the list cannot take, TypeError for a value of the\n"
          "wrong type, OSError (with errno) for a file that cannot be read. The list is converted without the\n"
-         "global interpreter lock, so threads convert in parallel.")
+         "global interpreter lock, so threads convert in parallel; Ctrl-C stops it at its next step.")
             .c_str());
 
     auto convertFile = [](const py::object& src, const py::object& dst, const py::object& fps,
                           const py::kwargs& keywords) {
-        const ConvertOptions o = OptionsOf(fps, keywords, "convert_file", nullptr);
+        ConvertOptions o = OptionsOf(fps, keywords, "convert_file", nullptr);
         const std::string source = PathOf(src, "src");
         std::optional<std::string> target;
         if (!dst.is_none()) target = PathOf(dst, "dst");
+        std::atomic<bool> stop{false};
+        o.stop = &stop;
         ConvertResult r;
         ErrorStatus error;
         std::string saved;
-        {
-            py::gil_scoped_release unlocked;
+        RunUnlocked(stop, [&] {
             r = ConvertFile(source, target ? std::optional<std::string_view>(*target) : std::nullopt, o, &saved,
                             &error);
-        }
+        });
         const bool read =
             error.outcome != ErrorStatus::Outcome::CannotRead && error.outcome != ErrorStatus::Outcome::BadOption;
         Result result = Finish(std::move(r), error, read && !saved.empty() ? saved : source);
@@ -367,6 +429,7 @@ PYBIND11_MODULE(vornelt, m) {
            "    (/dev/stdin, a FIFO) needs a dst that names a file.\n"
            "The options are those of convert(). Returns the Result, with `path` set to the file written.\n"
            "Raises ValueError for bad options or a NUL in a path, TypeError for a value of the wrong type, and\n"
-           "OSError (with errno) when the list cannot be read or saved or would overwrite what it reads.")
+           "OSError (with errno) when the list cannot be read or saved or would overwrite what it reads.\n"
+           "Ctrl-C stops it at its next step, and nothing is saved.")
               .c_str());
 }

@@ -23,17 +23,26 @@ std::string Quoted(std::string_view s) {
 }
 
 // Shows nothing and keeps the texts of the messages that the window would show; a question
-// is answered with its first button.
+// is answered with its first button. A long load stops between its passes when the caller
+// asks.
 class CollectingPlatform final : public QuietPlatform {
 public:
+    explicit CollectingPlatform(const std::atomic<bool>* stop) : stop_(stop) {}
     std::vector<std::string> messages;
+
+    bool StopAsked() override { return stop_ && stop_->load(std::memory_order_relaxed); }
 
     void MsgBox(std::string_view text) override { messages.emplace_back(text); }
     DialogButton ShowMessageDialog(const MessageDialogRequest& request) override {
         messages.push_back(request.Message);
         return DialogButton::Action;
     }
+
+private:
+    const std::atomic<bool>* stop_;
 };
+
+bool Interrupted(ErrorStatus* error) { return Fail(error, ErrorStatus::Outcome::Interrupted, "stopped"); }
 
 bool IsPlainReelName(std::string_view name) {
     if (name.empty()) return false;
@@ -133,7 +142,8 @@ ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_
             Fail(error, ErrorStatus::Outcome::CannotRead, std::string(kListTooLarge), EFBIG);
             return {};
         }
-        CollectingPlatform platform;
+        CollectingPlatform platform(o.stop);
+        if (platform.StopAsked()) return Interrupted(error), ConvertResult();
         SharedText list;
         {
             Session s(platform);
@@ -144,6 +154,7 @@ ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_
             s.document.dropFrameTmp = o.fps.DropFrame();
             LoadListBytes(s, std::move(bytes), FolderItem(name.empty() ? std::string_view("list.edl") : name), false,
                           Render::Later);
+            if (platform.StopAsked()) return Interrupted(error), ConvertResult();
             result.form = s.document.IsGrassValley ? ListForm::GVG : ListForm::CMX;
 
             if (const std::optional<std::string>* reel = ReelOption(o);
@@ -154,6 +165,7 @@ ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_
             }
             FillFields(s, o);
             NewEDL_02(s.document, s.MainWindow(), platform);
+            if (platform.StopAsked()) return Interrupted(error), ConvertResult();
             if (o.report) result.report = MakeConvertReport(ViewReport(s.document), s.document);
 
             list = s.document.finalCMXString;
@@ -186,7 +198,8 @@ ConvertResult ConvertFile(std::string_view input, std::optional<std::string_view
             if (saved) *saved = target;
             if (files.AddOutput(target, 0, &failure) && ReadListFile(input, bytes, &failure)) {
                 ConvertResult result = Convert(std::move(bytes), o, FileName(input), &failure);
-                if (failure.ok() && SaveFile(target, result.bytes, SaveOptions{.list = true}, &failure)) return result;
+                if (failure.ok() && SaveFile(target, result.bytes, SaveOptions{.list = true, .stop = o.stop}, &failure))
+                    return result;
             }
         }
     } catch (const std::bad_alloc&) {

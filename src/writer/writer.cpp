@@ -379,6 +379,8 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
     int32_t current = 1;   // event number of the last event row written
     int32_t previous = 0;  // the same, as it stood at the end of the row before
     for (int64_t i = 2; i <= int64_t(m.maxZeilen); ++i) {
+        // A conversion asked to stop ends here, between two rows, and keeps no list.
+        if (i % 4096 == 0 && platform.StopAsked()) return;
         const std::string_view line = m.copyCompletLine.Get(i);
         const bool skipSplit = o.audio && BeginsCI(line, "SPLIT");
         if (!skipSplit) {

@@ -4,8 +4,10 @@ import errno
 import mmap
 import os
 import pathlib
+import signal
 import subprocess
 import sys
+import time
 
 import pytest
 import vornelt
@@ -161,3 +163,35 @@ def test_data_past_the_cap_is_refused_without_a_copy():
     with mmap.mmap(-1, (256 << 20) + 1) as large:
         with pytest.raises(ValueError, match="256 MiB"):
             vornelt.convert(memoryview(large), 25)
+
+
+# A conversion of some seconds; Ctrl-C a moment after it starts.
+INTERRUPTED = """
+import os, sys, time, vornelt
+def tc(f): return "%02d:%02d:%02d:%02d" % (f // 90000 % 24, f // 1500 % 60, f // 25 % 60, f % 25)
+block = b"".join(b"%03d  R%05d V     C        %s %s %s %s\\r\\n" % (k % 1000, k, tc(k * 50).encode(),
+                 tc(k * 50 + 50).encode(), tc(k * 50).encode(), tc(k * 50 + 50).encode()) for k in range(1000))
+with open(sys.argv[1], "wb") as f:
+    f.write(b"TITLE: LONG\\r\\n\\r\\n" + block * 1500)
+print("ready", flush=True)
+try:
+    vornelt.convert_file(sys.argv[1], sys.argv[2], fps=25) if sys.argv[3] == "file" else vornelt.convert(sys.argv[1], 25)
+    print("done", flush=True)
+except KeyboardInterrupt:
+    print("interrupted", flush=True)
+"""
+
+
+@pytest.mark.parametrize("call", ["convert", "file"])
+def test_ctrl_c_stops_a_long_conversion_at_once(tmp_path, call):
+    out = tmp_path / "out.edl"
+    child = subprocess.Popen([sys.executable, "-c", INTERRUPTED, str(tmp_path / "long.edl"), str(out), call],
+                             stdout=subprocess.PIPE, text=True)
+    assert child.stdout.readline() == "ready\n"
+    time.sleep(0.3)
+    child.send_signal(signal.SIGINT)
+    sent = time.monotonic()
+    assert child.stdout.read() == "interrupted\n"
+    child.wait()
+    assert time.monotonic() - sent < 1.0
+    assert not out.exists() and [p.name for p in tmp_path.iterdir()] == ["long.edl"]
