@@ -31,6 +31,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "vornelt/error.hpp"
@@ -110,7 +111,9 @@ private:
         uint64_t device = 0;
         uint64_t inode = 0;
         std::string name;  // "" for a file that exists; the name in the folder for one that does not
-        auto operator<=>(const Key&) const = default;
+        friend bool operator<(const Key& a, const Key& b) {
+            return std::tie(a.device, a.inode, a.name) < std::tie(b.device, b.inode, b.name);
+        }
     };
     static std::optional<Key> KeyOf(std::string_view path);
 

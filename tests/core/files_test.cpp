@@ -103,10 +103,6 @@ TEST_F(FilesTest, WhatStandsAtTheTargetDecides) {
     EXPECT_TRUE(fs::is_symlink(dir_ / "link.edl") && fs::is_symlink(dir_ / "dangling.edl"));
     EXPECT_FALSE(fs::exists(dir_ / "beside.edl"));
     EXPECT_EQ(ReadBytes(Path("read-only.edl")), "old");
-    // A file of the kernel that no file can stand beside is not called missing.
-    const ErrorStatus proc = Save("/proc/version", "x");
-    EXPECT_FALSE(proc.ok());
-    EXPECT_NE(proc.systemError, ENOENT) << proc.details;
     EXPECT_EQ(Temporaries(), 0);
 }
 
