@@ -126,6 +126,11 @@ bool CheckOptions(const ConvertOptions& o, ErrorStatus* error) {
 ConvertResult Convert(std::string_view bytes, const ConvertOptions& o, std::string_view name,
                       ErrorStatus* error) noexcept {
     try {
+        // A list past the cap is refused before it is copied.
+        if (bytes.size() > kMaxListFileBytes) {
+            Fail(error, ErrorStatus::Outcome::CannotRead, std::string(kListTooLarge), EFBIG);
+            return {};
+        }
         return Convert(std::string(bytes), o, name, error);
     } catch (const std::bad_alloc&) {
         Fail(error, ErrorStatus::Outcome::NoMemory, "not enough memory for this list");
