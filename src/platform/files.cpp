@@ -17,6 +17,7 @@
 #include <unistd.h>
 #if defined(__APPLE__)
 #include <mach-o/dyld.h>
+#include <sys/param.h>
 #include <sys/xattr.h>
 #endif
 
