@@ -2,9 +2,11 @@
 // of one run each (A B C A B C ...) after one round that is not counted, each a whole process
 // spawned without a shell, and prints each command's median wall time and median peak memory
 // (the kernel's account of the child alone) and the ratio of its median to the last one's.
-// "{n}" in an argument becomes the run's number, so that each run writes a new file.
+// "{n}" in an argument becomes the run's number, so that each run writes a new file. With
+// VORNELT_COMPARE_FILE naming a file, each peak is also given as a multiple of its size.
 #include <spawn.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <algorithm>
@@ -82,10 +84,16 @@ int main(int argc, char** argv) {
             c.peaks.push_back(peak);
         }
     const double floor = Median(commands.back().walls);
+    double size = 0;
+    if (const char* file = std::getenv("VORNELT_COMPARE_FILE")) {
+        struct stat st {};
+        if (::stat(file, &st) == 0) size = double(st.st_size);
+    }
     for (const Command& c : commands) {
-        const double wall = Median(c.walls);
-        std::printf("  %-24s %8.1f ms %7.1f MB  %5.2f x %s\n", c.name.c_str(), wall * 1000, Median(c.peaks) / 1e6,
-                    wall / floor, commands.back().name.c_str());
+        const double wall = Median(c.walls), peak = Median(c.peaks);
+        std::printf("  %-24s %8.1f ms %7.1f MB", c.name.c_str(), wall * 1000, peak / 1e6);
+        if (size > 0) std::printf(" (%4.1f x the file)", peak / size);
+        std::printf("  %5.2f x %s\n", wall / floor, commands.back().name.c_str());
     }
     return 0;
 }

@@ -182,6 +182,23 @@ void BM_WindowClick(benchmark::State& state) {
 }
 BENCHMARK(BM_WindowClick)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+// The floor of a click: the least that showing a new list of the same length costs, its bytes
+// written anew (a copy of the list shown) and taken by the text area, whose rows in sight are
+// painted. A click renders, which this leaves out.
+void BM_WindowShowFloor(benchmark::State& state) {
+    Program& p = ProgramWith(int(state.range(0)));
+    p.CloseWhatChanged();
+    qt::ListView* view = p.list();
+    const std::shared_ptr<const std::string> shown = view->text();
+    for (auto _ : state) {
+        view->setText(std::make_shared<const std::string>(*shown));
+        Settle();
+    }
+    view->setText(shown);
+    state.counters["MB shown"] = double(shown->size()) / 1e6;
+}
+BENCHMARK(BM_WindowShowFloor)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
+
 // The core's part of the same click: the handler on the desktop (the switch and NewEDL_02);
 // the windows follow it outside the timing, as they do after a click.
 void BM_WindowClickHandlerOnly(benchmark::State& state) {

@@ -4,13 +4,15 @@
 //
 // Convert is reentrant: every call works on a document of its own, so lists may be
 // converted on several threads at once. Nothing here throws; a call that fails says why in
-// its ErrorStatus (vornelt/error.hpp).
+// its ErrorStatus (vornelt/error.hpp). Files are read and saved as vornelt/files.hpp tells.
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "vornelt/error.hpp"
+#include "vornelt/files.hpp"
 #include "vornelt/frame_rate.hpp"
 #include "vornelt/options.hpp"
 #include "vornelt/report_kinds.hpp"
@@ -69,7 +71,8 @@ struct ConvertResult {
 bool CheckOptions(const ConvertOptions& options, ErrorStatus* error);
 
 // Converts the bytes of one list, named `name` (the name of its file: the window's title).
-// When it fails (BadOption: the list cannot take an option; NoMemory), the result is empty
+// When it fails (BadOption: the list cannot take an option; CannotRead: more bytes than
+// kMaxListFileBytes; NoMemory; Interrupted: `options.stop` turned true), the result is empty
 // and `error` says why.
 ConvertResult Convert(std::string_view bytes, const ConvertOptions& options, std::string_view name = "list.edl",
                       ErrorStatus* error = nullptr) noexcept;
@@ -78,8 +81,16 @@ ConvertResult Convert(std::string_view bytes, const ConvertOptions& options, std
 ConvertResult Convert(std::string&& bytes, const ConvertOptions& options, std::string_view name = "list.edl",
                       ErrorStatus* error = nullptr) noexcept;
 
-// The name that the save dialog suggests for a loaded file of this name:
-// "reel1.edl" gives "reel1 VORNELT.edl".
-std::string SuggestedSaveName(std::string_view loadedName);
+// Reads the list at `input`, converts it and saves it where OutputPath (vornelt/files.hpp)
+// puts it for `output`, as vornelt-convert does: never over the file it reads, by any name.
+// `saved` takes the path of the output, once it is known. When it fails, nothing is saved,
+// the result is empty and `error` says why: the outcomes of Convert, CannotRead and
+// CannotSave with the system's error number, Refused (an output that is the input, a
+// read-only file).
+ConvertResult ConvertFile(std::string_view input, std::optional<std::string_view> output, const ConvertOptions& options,
+                          std::string* saved, ErrorStatus* error) noexcept;
+
+// The saved bytes of a list as text (UTF-8): Mac OS Roman, every byte one character.
+std::string ListText(std::string_view saved);
 
 }  // namespace vornelt

@@ -7,6 +7,7 @@
 // all made from this table.
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -38,6 +39,9 @@ struct ConvertOptions {
     std::optional<std::string> movie;
     std::optional<std::string> reel;
     bool report = true;  // fill ConvertResult::report (not an option of the list)
+    // When it turns true, from any thread, the conversion ends between two of its steps, and a
+    // save puts nothing in place: Interrupted (not an option of the list).
+    const std::atomic<bool>* stop = nullptr;
 };
 
 struct Option {

@@ -1,29 +1,25 @@
-#include "cli/convert.hpp"
-#include "cli/report_json.hpp"
+#include "convert.hpp"
+#include "report_json.hpp"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
-#include <filesystem>
+#include <cstring>
+#include <functional>
 #include <mutex>
 #include <optional>
-#include <sstream>
 #include <thread>
-#include <unordered_map>
 
 #include <pthread.h>
 #include <signal.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/files.hpp"
-#include "platform/folder_item.hpp"
-#include "text/text.hpp"
-#include "vocabulary/vocabulary.hpp"
 #include "vornelt/convert.hpp"
+#include "vornelt/files.hpp"
 
 namespace vornelt {
 
@@ -44,9 +40,6 @@ struct Options {
 
 const std::string kCantRead = "Sorry, Can't read the file.";
 const std::string kSaveError = "Unknown Error while saving the File. Please try again.";
-
-// The system's reason, behind the window's own words: "... (Permission denied)".
-std::string WithCause(const std::string& text, int error) { return text + " (" + ErrorCause(error) + ")"; }
 
 // The options of the list come from the options table; the converter's own stand here.
 void Configure(CLI::App& app, Options& o) {
@@ -152,47 +145,31 @@ std::string Help() {
 // Where one input goes.
 struct Target {
     std::string input;
-    std::optional<std::string> file;  // none: standard output
+    std::optional<std::string> file;  // none: standard output, or nowhere (--dry-run)
 };
 
-// Which file a path is, so that two names of one file are found out: the device and inode
-// of what stands there (links followed), or the absolute normal path of what does not. The
-// normal paths of folders are kept: a batch names the same folder a thousand times.
-class FileIdentities {
-public:
-    std::string operator()(const std::string& path) {
-        struct stat st {};
-        if (::stat(path.c_str(), &st) == 0) return std::to_string(st.st_dev) + ":" + std::to_string(st.st_ino);
-        std::error_code ec;
-        const std::filesystem::path p = std::filesystem::absolute(path, ec);
-        const std::filesystem::path name = p.filename();
-        if (name.empty() || name == "." || name == "..") return "path:" + Normal(p);
-        auto [it, added] = folders_.try_emplace(p.parent_path().string());
-        if (added) it->second = Normal(p.parent_path());
-        return "path:" + (std::filesystem::path(it->second) / name).string();
-    }
-
-private:
-    static std::string Normal(const std::filesystem::path& p) {
-        std::error_code ec;
-        return std::filesystem::weakly_canonical(p, ec).string();
-    }
-    std::unordered_map<std::string, std::string> folders_;
-};
-
-bool IsRegularFile(const std::string& path) {
-    struct stat st {};
-    return ::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
+// A write to one of the program's streams: 0, or the system's error number (EIO when it
+// gives none). A stream that failed once stays failed.
+int Put(std::ostream& stream, std::string_view bytes) {
+    if (!stream) return EIO;
+    errno = 0;
+    stream.write(bytes.data(), std::streamsize(bytes.size()));
+    stream.flush();
+    if (stream) return 0;
+    return errno ? errno : EIO;
 }
+
+std::string WithCause(const std::string& text, const std::string& cause) { return text + " (" + cause + ")"; }
 
 // What converting one list came to: its messages and exit status, and what is left for the
 // main thread to write in the order of the inputs.
 struct Outcome {
     int status = 0;
-    std::string messages;  // for standard error, in order
-    std::string bytes;     // the list, while it waits to be written
-    bool save = false;     // `bytes` is to be written, to its file or to standard output
-    std::optional<ConvertReport> report;
+    std::string messages;               // for standard error, in order
+    std::string bytes;                  // the list, while it waits to be written
+    bool save = false;                  // `bytes` is to be written, to its file or to standard output
+    bool stopped = false;               // not converted: the run was stopped first
+    std::optional<std::string> report;  // the list's part of the report, made ready to write
 };
 
 // Reads and converts one list: the part that may run beside other lists.
@@ -200,13 +177,13 @@ Outcome ConvertList(const Options& o, const Target& target) {
     Outcome r;
     const std::string& input = target.input;
     std::string bytes;
-    if (const int error = ReadListFile(input, bytes); error != 0) {
-        r.messages = "vornelt-convert: " + input + ": " + WithCause(kCantRead, error) + "\n";
+    ErrorStatus error;
+    if (!ReadListFile(input, bytes, &error)) {
+        r.messages = "vornelt-convert: " + input + ": " + WithCause(kCantRead, error.details) + "\n";
         r.status = 1;
         return r;
     }
-    ErrorStatus error;
-    ConvertResult result = Convert(std::move(bytes), o.convert, FolderItem(input).Name(), &error);
+    ConvertResult result = Convert(std::move(bytes), o.convert, FileName(input), &error);
     if (!error.ok()) {
         r.messages = "vornelt-convert: " + input + ": " + error.details + "\n";
         r.status = error.outcome == ErrorStatus::Outcome::BadOption ? 2 : 1;
@@ -216,47 +193,41 @@ Outcome ConvertList(const Options& o, const Target& target) {
     // converter goes on as the first answer does.
     for (const std::string& message : result.messages)
         r.messages += "vornelt-convert: " + input + ": note: " + message + " (used as given)\n";
-    if (o.report) r.report = std::move(result.report);
+    if (o.report) {
+        const std::string_view name = FileName(input);
+        r.report = o.reportFormat == "json" ? ReportJsonList(result.report, name) : FormatReport(result.report, name);
+    }
     if (o.dryRun) return r;
     r.bytes = std::move(result.bytes);
     r.save = true;
     return r;
 }
 
-// Saves a converted list into its file; a failure becomes the list's last message.
-void SaveList(const Target& target, Outcome& r) {
-    if (const int error = SaveFileBytes(*target.file, r.bytes); error != 0) {
-        r.messages += "vornelt-convert: " + *target.file + ": " + WithCause(kSaveError, error) + "\n";
-        r.status = 1;
-    } else {
-        SetFileTypeAndCreator(*target.file, "TEXT", "VORN");
-    }
-    std::string().swap(r.bytes);
-    r.save = false;
-}
-
 // Writes what is left of one list, in its turn: its messages, and the list itself when it
-// goes to standard output. The exit status of the list.
-int WriteList(Outcome& r, std::ostream& out, std::ostream& err) {
-    err << r.messages;
+// goes to standard output. The exit status of the list; `broken` is set when a stream's
+// reader has gone (EPIPE).
+int WriteList(Outcome& r, std::ostream& out, std::ostream& err, bool& broken) {
+    if (const int error = Put(err, r.messages); error == EPIPE) broken = true;
     if (!r.save) return r.status;
-    out.write(r.bytes.data(), std::streamsize(r.bytes.size()));
-    out.flush();
-    if (!out) {
-        err << "vornelt-convert: -: " << kSaveError << "\n";
-        return 1;
-    }
-    return 0;
+    const int error = Put(out, r.bytes);
+    std::string().swap(r.bytes);
+    if (error == 0) return r.status;
+    if (error == EPIPE) broken = true;
+    Put(err, "vornelt-convert: -: " + WithCause(kSaveError, std::strerror(error)) + "\n");
+    return 1;
 }
 
 // The signals that ask the program to stop (TERM, INT, HUP) while the workers save lists.
 // For its lifetime they are held in every thread of the run and taken by a watcher thread,
-// which lets the workers finish the files in hand, starts no other, and then lets the
-// signal take effect: no temporary file is left behind. Signals that the program ignores
-// or handles itself keep their way.
+// which lets the workers finish the files in hand that a temporary file stands for, starts no
+// other, drops the report (`onStop`), and then lets the signal take effect: no temporary file
+// is left behind. A list written straight into a FIFO or a device leaves nothing behind, so
+// a stop ends it as it ends cp. Signals that the program ignores or handles itself keep their
+// way. The run stops the same way, without a signal, when the reader of standard output or
+// standard error has gone.
 class StopWatch {
 public:
-    StopWatch() {
+    explicit StopWatch(std::function<void()> onStop) : onStop_(std::move(onStop)) {
         sigemptyset(&watched_);
         for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
             struct sigaction action {};
@@ -282,8 +253,8 @@ public:
     StopWatch(const StopWatch&) = delete;
     StopWatch& operator=(const StopWatch&) = delete;
 
-    // A worker is about to write a file: false once the program is being stopped. Otherwise
-    // a Saving stands while the file is written.
+    // A worker is about to write a file: false once the run is being stopped. Otherwise a
+    // Saving stands while the file is written.
     bool BeginSave() {
         std::lock_guard lock(mutex_);
         if (stopping_) return false;
@@ -292,23 +263,32 @@ public:
     }
     class Saving {
     public:
-        explicit Saving(StopWatch& watch) : watch_(watch) {}
-        ~Saving() {
-            {
-                std::lock_guard lock(watch_.mutex_);
-                --watch_.saving_;
-            }
-            watch_.settled_.notify_all();
-        }
+        explicit Saving(StopWatch& watch) : watch_(&watch) {}
+        ~Saving() { Release(); }
         Saving(const Saving&) = delete;
         Saving& operator=(const Saving&) = delete;
+        // The file in hand leaves nothing behind when the program stops: a stop need not wait.
+        void Release() {
+            if (!watch_) return;
+            {
+                std::lock_guard lock(watch_->mutex_);
+                --watch_->saving_;
+            }
+            watch_->settled_.notify_all();
+            watch_ = nullptr;
+        }
 
     private:
-        StopWatch& watch_;
+        StopWatch* watch_;
     };
     bool Stopping() {
         std::lock_guard lock(mutex_);
         return stopping_;
+    }
+    // Stops the run without a signal: no list starts any more.
+    void Stop() {
+        std::lock_guard lock(mutex_);
+        stopping_ = true;
     }
 
 private:
@@ -320,6 +300,7 @@ private:
         if (finished_) return;
         stopping_ = true;
         settled_.wait(lock, [&] { return saving_ == 0; });
+        onStop_();
         sigset_t one;
         sigemptyset(&one);
         sigaddset(&one, signal);
@@ -328,6 +309,7 @@ private:
         std::_Exit(128 + signal);  // the signal's way was changed meanwhile: leave as it would
     }
 
+    std::function<void()> onStop_;
     sigset_t watched_{};
     sigset_t before_{};
     int wake_ = 0;  // sent to the watcher at the end of the run
@@ -339,6 +321,24 @@ private:
     bool finished_ = false;
 };
 
+// Saves a converted list into its file; a failure becomes the list's last message.
+void SaveList(const Target& target, Outcome& r, StopWatch& stop) {
+    if (!stop.BeginSave()) {
+        r.stopped = true;
+        return;
+    }
+    StopWatch::Saving saving(stop);
+    ErrorStatus error;
+    const std::unique_ptr<TextOutputStream> stream = OpenForSaving(*target.file, SaveOptions{}, &error);
+    if (stream && !stream->Replaces()) saving.Release();
+    if (!stream || !stream->Write(r.bytes, &error) || !stream->Close(&error)) {
+        r.messages += "vornelt-convert: " + *target.file + ": " + WithCause(kSaveError, error.details) + "\n";
+        r.status = 1;
+    }
+    std::string().swap(r.bytes);
+    r.save = false;
+}
+
 // The one line that tells how far a batch has come, rewritten in place on a terminal.
 class StatusLine {
 public:
@@ -348,7 +348,7 @@ public:
         const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
         char head[64];
         std::snprintf(head, sizeof head, "\r\033[K%zu/%zu lists, %.1f s: ", done, total_, seconds);
-        std::fprintf(stderr, "%s%s", head, FolderItem(current).Name().c_str());
+        std::fprintf(stderr, "%s%s", head, std::string(FileName(current)).c_str());
         std::fflush(stderr);
     }
     void Clear() {
@@ -363,51 +363,74 @@ private:
     std::chrono::steady_clock::time_point start_;
 };
 
-// The reports of a run, gathered in the order of the inputs and written at its end.
+// The report of a run, written as the lists are done, in the order of the inputs: to
+// standard output, or into its file, which is opened before any list is written and takes
+// its place once the run is done. A run that is stopped leaves an earlier report as it was.
 class ReportSink {
 public:
-    explicit ReportSink(const Options& o) : o_(o) {}
-    void Add(const Target& target, const ConvertReport& report) {
-        const std::string name = FolderItem(target.input).Name();
-        if (o_.reportFormat == "json") {
-            lists_.push_back(ReportJson(report, name));
-        } else {
-            if (!text_.empty()) text_ += "\n";
-            text_ += FormatReport(report, name);
+    ReportSink(const Options& o, std::ostream& out) : o_(o), out_(out), json_(o.reportFormat == "json") {}
+
+    // False, with the message said, when the report's file cannot be opened.
+    bool Open(std::ostream& err) {
+        if (!o_.report) return true;
+        if (*o_.report != "-") {
+            ErrorStatus error;
+            file_ = OpenForSaving(*o_.report, SaveOptions{.list = false}, &error);
+            if (!file_) {
+                Put(err, "vornelt-convert: " + *o_.report + ": " + WithCause(kSaveError, error.details) + "\n");
+                return false;
+            }
+            replaces_ = file_->Replaces();
         }
+        if (json_) Add(ReportJsonHead(), false);
+        return true;
     }
-    // The exit status of writing it.
-    int Write(std::ostream& out, std::ostream& err) {
+    void Add(std::string report) { Add(std::move(report), true); }
+    // The end of the report, and its file in place. The exit status of writing it.
+    int Close(std::ostream& err) {
         if (!o_.report) return 0;
-        std::string bytes = text_;
-        if (o_.reportFormat == "json")
-            bytes = ReportDocument(std::move(lists_))
-                        .dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) +
-                    "\n";
-        if (*o_.report == "-") {
-            out << bytes << std::flush;
-            if (out) return 0;
-        } else if (const int error = SaveFileBytes(*o_.report, bytes); error == 0) {
-            return 0;
-        } else {
-            err << "vornelt-convert: " << *o_.report << ": " << WithCause(kSaveError, error) << "\n";
-            return 1;
-        }
-        err << "vornelt-convert: -: " << kSaveError << "\n";
+        if (json_) Add(ReportJsonTail(lists_), false);
+        std::lock_guard lock(mutex_);
+        if (error_.ok() && (!file_ || file_->Close(&error_))) return 0;
+        file_.reset();
+        Put(err, "vornelt-convert: " + *o_.report + ": " + WithCause(kSaveError, error_.details) + "\n");
         return 1;
+    }
+    // The run is stopped: the report's file, while it is a temporary one, goes.
+    void Drop() {
+        if (!replaces_) return;
+        std::lock_guard lock(mutex_);
+        file_.reset();
     }
 
 private:
+    void Add(std::string bytes, bool list) {
+        if (list) bytes.insert(0, json_ ? ReportJsonBefore(lists_) : std::string(lists_ ? "\n" : ""));
+        if (list) ++lists_;
+        std::lock_guard lock(mutex_);
+        if (!error_.ok()) return;
+        if (file_) {
+            file_->Write(bytes, &error_);
+        } else if (const int error = Put(out_, bytes); error != 0) {
+            Fail(&error_, ErrorStatus::Outcome::CannotSave, std::strerror(error), error);
+        }
+    }
+
     const Options& o_;
-    std::string text_;
-    nlohmann::ordered_json lists_ = nlohmann::ordered_json::array();
+    std::ostream& out_;
+    const bool json_;
+    size_t lists_ = 0;
+    std::mutex mutex_;  // the file, against Drop from the thread that stops the run
+    std::unique_ptr<TextOutputStream> file_;
+    bool replaces_ = false;
+    ErrorStatus error_;
 };
 
 // Converts the lists on `jobs` threads, each of which reads, converts and saves one list at
 // a time; this thread writes the messages, the lists for standard output and the reports in
 // the order of the inputs, so that all of it, and the exit status, are those of one job.
 int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std::ostream& out, std::ostream& err,
-               StatusLine& status, ReportSink& reports) {
+               StatusLine& status, ReportSink& reports, bool& broken) {
     const size_t n = targets.size();
     std::vector<std::optional<Outcome>> outcomes(n);
     std::mutex mutex;
@@ -416,9 +439,9 @@ int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std:
     size_t next = 0;                // the next list a worker takes
     size_t written = 0;             // lists written so far
     // Workers run at most this far ahead of the writing, so that a long batch holds only a
-    // few outcomes at a time: lists for standard output wait whole in theirs.
-    const size_t ahead = o.output && *o.output == "-" ? size_t(o.jobs) * 2 : size_t(o.jobs) * 2 + 64;
-    StopWatch stop;
+    // few outcomes at a time: lists for standard output and reports wait whole in theirs.
+    const size_t ahead = (o.output && *o.output == "-") || o.report ? size_t(o.jobs) * 2 : size_t(o.jobs) * 2 + 64;
+    StopWatch stop([&reports] { reports.Drop(); });
 
     auto work = [&] {
         for (;;) {
@@ -432,16 +455,16 @@ int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std:
             const Target& target = *targets[k];
             Outcome r;
             try {
-                if (!stop.Stopping()) {
+                if (stop.Stopping()) {
+                    r.stopped = true;
+                } else {
                     r = ConvertList(o, target);
-                    if (r.save && target.file) {
-                        if (!stop.BeginSave()) return;  // the program is being stopped
-                        const StopWatch::Saving saving(stop);
-                        SaveList(target, r);
-                    }
+                    if (r.save && target.file) SaveList(target, r, stop);
                 }
             } catch (const std::exception& e) {  // no memory for this list: the others go on
-                r = Outcome{1, "vornelt-convert: " + target.input + ": " + e.what() + "\n", {}, false, {}};
+                r = Outcome{};
+                r.status = 1;
+                r.messages = "vornelt-convert: " + target.input + ": " + e.what() + "\n";
             }
             {
                 std::lock_guard lock(mutex);
@@ -464,7 +487,7 @@ int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std:
 
     int result = 0;
     for (size_t k = 0; k < n; ++k) {
-        status.Show(k, targets[k]->input);
+        if (!broken) status.Show(k, targets[k]->input);
         Outcome r;
         {
             std::unique_lock lock(mutex);
@@ -474,14 +497,18 @@ int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std:
             written = k + 1;
         }
         room.notify_one();
+        if (r.stopped || broken) continue;
         if (!r.messages.empty()) status.Clear();
-        if (r.report) reports.Add(*targets[k], *r.report);
-        result = std::max(result, WriteList(r, out, err));
+        if (r.report) reports.Add(std::move(*r.report));
+        result = std::max(result, WriteList(r, out, err, broken));
+        // The reader of standard output or standard error has gone: no other list starts.
+        if (broken) stop.Stop();
     }
     room.notify_all();  // the workers that wait see that no list is left
     for (std::thread& w : workers) w.join();
-    status.Clear();
-    return result;
+    if (!broken) status.Clear();
+    if (broken) reports.Drop();
+    return broken ? std::max(result, 1) : result;
 }
 
 // An unknown option is named before what it leaves missing; a name that begins with "-"
@@ -506,15 +533,13 @@ int ConvertMain(int argc, const char* const* argv, std::ostream& out, std::ostre
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForHelp&) {
-        out << Help() << std::flush;
-        if (!out) {
-            err << "vornelt-convert: cannot write to standard output\n";
+        if (const int error = Put(out, Help()); error != 0) {
+            Put(err, "vornelt-convert: cannot write to standard output (" + std::string(std::strerror(error)) + ")\n");
             return 1;
         }
         return 0;
     } catch (const CLI::CallForVersion&) {
-        out << "vornelt-convert " << VORNELT_VERSION_STRING << "\n" << std::flush;
-        return out ? 0 : 1;
+        return Put(out, std::string("vornelt-convert ") + VORNELT_VERSION_STRING + "\n") == 0 ? 0 : 1;
     } catch (const CLI::ParseError& e) {
         err << "vornelt-convert: " << ParseErrorText(e, app.remaining()) << "\n\n" << Help();
         return 2;
@@ -528,6 +553,11 @@ int ConvertMain(int argc, const char* const* argv, std::ostream& out, std::ostre
     o.convert.fps = *rate;
     ApplyChoices(o);
     o.convert.report = o.report.has_value();
+    for (const auto& [flag, name] : {std::pair{"-o", &o.output}, {"--report", &o.report}})
+        if (*name && (*name)->empty()) {
+            err << "vornelt-convert: " << flag << ": the name of a file, '-' for standard output\n";
+            return 2;
+        }
     if (o.report && *o.report == "-" && o.output && *o.output == "-" && !o.dryRun) {
         err << "vornelt-convert: --report -: standard output holds the list (-o -); name a file, or add --dry-run\n";
         return 2;
@@ -540,73 +570,59 @@ int ConvertMain(int argc, const char* const* argv, std::ostream& out, std::ostre
     }
 
     // Where each list goes: -o names a file, standard output ("-"), or a folder (an existing
-    // one, or a name that ends in "/"); without -o, beside the input.
+    // one, or a name that ends in "/"); without -o, beside the input. The library's rules
+    // decide each output.
     const bool toStdout = (o.output && *o.output == "-") || o.dryRun;
-    std::optional<FolderItem> folder;
-    if (o.output && !toStdout) {
-        const FolderItem given(*o.output);
-        if (given.IsFolder()) {
-            folder = given;
-        } else if (o.output->back() == '/') {
-            err << "vornelt-convert: -o: no such folder: " << *o.output << "\n";
-            return 1;
-        } else if (o.inputs.size() > 1) {
-            err << "vornelt-convert: -o: with several inputs, -o names an existing folder\n";
-            return 2;
-        }
+    if (o.output && !toStdout && o.inputs.size() > 1 && o.output->back() != '/' && !IsFolder(*o.output)) {
+        err << "vornelt-convert: -o: with several inputs, -o names an existing folder\n";
+        return 2;
     }
     std::vector<Target> targets;
     for (const std::string& input : o.inputs) {
         Target target{input, std::nullopt};
         if (!toStdout) {
-            if (!o.output && !IsRegularFile(input) && FolderItem(input).Exists()) {
-                err << "vornelt-convert: " << input << ": not a regular file: name the output with -o\n";
-                return 2;
+            std::string file =
+                OutputPath(input, o.output ? std::optional<std::string_view>(*o.output) : std::nullopt, &problem);
+            if (file.empty()) {
+                if (problem.outcome == ErrorStatus::Outcome::BadOption) {
+                    err << "vornelt-convert: " << input << ": " << problem.details << " (-o FILE)\n";
+                    return 2;
+                }
+                err << "vornelt-convert: " << (o.output ? std::string("-o ").append(*o.output) : input) << ": "
+                    << problem.details << "\n";
+                return 1;
             }
-            const FolderItem in(input);
-            if (o.output && !folder)
-                target.file = FolderItem(*o.output).AbsolutePath();
-            else
-                target.file = (folder ? *folder : *in.Parent()).Child(SuggestedSaveName(in.Name())).AbsolutePath();
+            target.file = std::move(file);
         }
         targets.push_back(std::move(target));
     }
 
-    // Before anything is written: no output may be another input of the run, nor the output
-    // of an earlier input.
-    FileIdentities identity;
-    std::unordered_map<std::string, std::vector<size_t>> inputsById;  // in the order of the inputs
-    for (size_t i = 0; i < targets.size(); ++i) inputsById[identity(targets[i].input)].push_back(i);
-    std::unordered_map<std::string, const Target*> outputs;
+    // Before anything is written: no output may be an input of the run, its own included,
+    // nor the output of an earlier input; nor may the report.
+    CallFiles files;
+    for (const Target& t : targets) files.AddInput(t.input);
     std::vector<const Target*> accepted;
     int status = 0;
     for (size_t i = 0; i < targets.size(); ++i) {
         const Target& t = targets[i];
-        if (t.file) {
-            const std::string id = identity(*t.file);
-            std::string clash;
-            if (const auto in = inputsById.find(id); in != inputsById.end())
-                for (const size_t j : in->second)
-                    if (j != i) {
-                        clash = "it would overwrite the input " + targets[j].input;
-                        break;
-                    }
-            if (const auto out = outputs.find(id); clash.empty() && out != outputs.end())
-                clash = "it is the output of " + out->second->input + " too";
-            if (!clash.empty()) {
-                err << "vornelt-convert: " << t.input << ": not converted: its output " << *t.file << " " << clash
-                    << "\n";
-                status = 1;
-                continue;
-            }
-            outputs.emplace(id, &t);
+        if (t.file && !files.AddOutput(*t.file, i, &problem)) {
+            err << "vornelt-convert: " << t.input << ": not converted: its output " << *t.file << " " << problem.details
+                << "\n";
+            status = 1;
+            continue;
         }
         accepted.push_back(&t);
     }
+    if (o.report && *o.report != "-" && !files.AddOutput(*o.report, CallFiles::kNoInput, &problem)) {
+        err << "vornelt-convert: --report " << *o.report << ": it " << problem.details << "; nothing is converted\n";
+        return 1;
+    }
+    ReportSink reports(o, out);
+    if (!reports.Open(err)) return 1;
     StatusLine line(!o.quiet && accepted.size() > 1 && ::isatty(STDERR_FILENO), accepted.size());
-    ReportSink reports(o);
-    status = std::max(status, ConvertAll(o, accepted, out, err, line, reports));
-    status = std::max(status, reports.Write(out, err));
+    bool broken = false;
+    status = std::max(status, ConvertAll(o, accepted, out, err, line, reports, broken));
+    if (!broken) status = std::max(status, reports.Close(err));
     return status;
 }
 

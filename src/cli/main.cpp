@@ -1,10 +1,11 @@
+#include <csignal>
 #include <iostream>
 
 #if defined(__GLIBC__)
 #include <malloc.h>
 #endif
 
-#include "cli/convert.hpp"
+#include "convert.hpp"
 
 int main(int argc, char** argv) {
 #if defined(__GLIBC__)
@@ -14,6 +15,11 @@ int main(int argc, char** argv) {
     // batch are smaller and reuse the heap from one list to the next.
     mallopt(M_MMAP_THRESHOLD, 512 * 1024);
 #endif
+    // A reader of standard output or standard error that goes away, and the file size limit,
+    // are failures to write with their reasons, not an end of the program in the middle of a
+    // save: the converter finishes the files in hand and says what happened.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     std::ios::sync_with_stdio(false);
     return vornelt::ConvertMain(argc, argv, std::cout, std::cerr);
 }

@@ -1,8 +1,12 @@
-#include "cli/report_json.hpp"
+#include "report_json.hpp"
+
+#include <nlohmann/json.hpp>
 
 namespace vornelt {
 
-nlohmann::ordered_json ReportJson(const ConvertReport& r, std::string_view input) {
+namespace {
+
+nlohmann::ordered_json ListJson(const ConvertReport& r, std::string_view input) {
     nlohmann::ordered_json list;
     list["input"] = std::string(input);
     // A whole number of frames per second stands as an integer (25), any other as it is named.
@@ -33,12 +37,26 @@ nlohmann::ordered_json ReportJson(const ConvertReport& r, std::string_view input
     return list;
 }
 
-nlohmann::ordered_json ReportDocument(nlohmann::ordered_json lists) {
-    nlohmann::ordered_json doc;
-    doc["format"] = "vornelt-report";
-    doc["version"] = 1;
-    doc["lists"] = std::move(lists);
-    return doc;
+}  // namespace
+
+std::string ReportJsonHead() { return "{\n  \"format\": \"vornelt-report\",\n  \"version\": 1,\n  \"lists\": ["; }
+
+std::string ReportJsonList(const ConvertReport& report, std::string_view input) {
+    const std::string object =
+        ListJson(report, input).dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+    // Two levels in: every line of the object four blanks further right (the texts hold no
+    // line end of their own: JSON writes it as \n).
+    std::string out = "    ";
+    out.reserve(out.size() + object.size() + object.size() / 8);
+    for (const char c : object) {
+        out += c;
+        if (c == '\n') out.append(4, ' ');
+    }
+    return out;
 }
+
+std::string ReportJsonBefore(size_t lists) { return lists ? ",\n" : "\n"; }
+
+std::string ReportJsonTail(size_t lists) { return lists ? "\n  ]\n}\n" : "]\n}\n"; }
 
 }  // namespace vornelt

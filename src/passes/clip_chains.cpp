@@ -117,7 +117,8 @@ private:
 }  // namespace
 
 std::vector<int32_t> NumberClipChains(size_t rows, std::span<const int32_t> eventNumber,
-                                      std::span<const int32_t> sourceIn, std::span<const int32_t> sourceOut) {
+                                      std::span<const int32_t> sourceIn, std::span<const int32_t> sourceOut,
+                                      const std::function<bool()>& stopAsked) {
     rows = std::min({rows, eventNumber.size(), sourceIn.size(), sourceOut.size(), size_t(0x7FFFFFFF)});
     std::vector<int32_t> chain(rows, 0);
     OpenRows open(rows, eventNumber, sourceIn);
@@ -135,6 +136,7 @@ std::vector<int32_t> NumberClipChains(size_t rows, std::span<const int32_t> even
         // and only a strictly smaller source in replaces it.
         while (lastOpen >= 0 && (eventNumber[size_t(lastOpen)] < 1 || chain[size_t(lastOpen)] != 0)) --lastOpen;
         if (lastOpen < 0) break;
+        if (count % 4096 == 0 && stopAsked && stopAsked()) break;
         size_t position = open.Lowest();
         uint32_t best = open.RowAt(position);
         if (sourceIn[size_t(lastOpen)] == sourceIn[best]) {
@@ -231,8 +233,11 @@ void CleanEDL_4(Document& m, Platform& platform) {
         passes_detail::RowsWithin(m.maxZeilen, {m.cleanClipReelName.size(), m.copyEventNumberInt.size(),
                                                 m.copySourceInFrame.size(), m.copySourceOutFrame.size()});
     const ChainRows c = GatherChainRows(m, rows);
-    const std::vector<int32_t> chain =
-        passes_detail::NumberClipChains(c.row.size(), c.eventNumber, c.sourceIn, c.sourceOut);
+    // A conversion asked to stop ends between the steps; no chain is named then.
+    if (platform.StopAsked()) return;
+    const std::vector<int32_t> chain = passes_detail::NumberClipChains(
+        c.row.size(), c.eventNumber, c.sourceIn, c.sourceOut, [&platform] { return platform.StopAsked(); });
+    if (platform.StopAsked()) return;
 
     // Every row of a chain carries the same name, so each chain's name is formatted once.
     std::vector<std::string> names(chain.empty() ? 0 : size_t(*std::max_element(chain.begin(), chain.end())) + 1);

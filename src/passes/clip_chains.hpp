@@ -2,6 +2,7 @@
 // The numbering of clip chains behind CleanEDL_4, apart from the tables so that it can be
 // checked on its own.
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -18,7 +19,10 @@ namespace vornelt::passes_detail {
 //     in the order it joined is the start of one further scan.
 // Here each lookup is a search in the open rows ordered by (source in, row), so the whole
 // numbering costs n log n instead of a scan per row.
+// `stopAsked`, where given, is asked every few thousand chains: when it answers true the
+// numbering ends, unfinished.
 std::vector<int32_t> NumberClipChains(size_t rows, std::span<const int32_t> eventNumber,
-                                      std::span<const int32_t> sourceIn, std::span<const int32_t> sourceOut);
+                                      std::span<const int32_t> sourceIn, std::span<const int32_t> sourceOut,
+                                      const std::function<bool()>& stopAsked = {});
 
 }  // namespace vornelt::passes_detail

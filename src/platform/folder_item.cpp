@@ -16,10 +16,11 @@ std::string ToUtf8(const fs::path& p) {
 }  // namespace
 
 FolderItem::FolderItem(std::string_view path) {
+    // Made absolute against the working folder, never "normal": "link/.." is for the kernel to
+    // resolve, and it may not lead where the text without it does.
     std::error_code ec;
     fs::path p = fs::absolute(FromUtf8(path), ec);
     if (ec) p = FromUtf8(path);
-    p = p.lexically_normal();
     std::string s = ToUtf8(p);
     // "dir/" and "dir" are the same folder.
     while (s.size() > 1 && s.back() == '/') s.pop_back();

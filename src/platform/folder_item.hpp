@@ -10,7 +10,8 @@ namespace vornelt {
 
 class FolderItem {
 public:
-    // The path is made absolute and normal ("a/./b" is "a/b"); it is UTF-8.
+    // The path is made absolute (the text is kept: "a/../b" is not "b" where "a" is a link);
+    // it is UTF-8.
     explicit FolderItem(std::string_view path);
 
     const std::string& AbsolutePath() const noexcept { return path_; }

@@ -2,18 +2,13 @@
 
 namespace vornelt {
 
-std::optional<std::string> Platform::ReadWholeFile(const FolderItem& file) {
-    std::string bytes;
-    if (ReadListFile(file.AbsolutePath(), bytes) != 0) return std::nullopt;
-    return bytes;
+bool Platform::ReadWholeFile(const FolderItem& file, std::string& bytes, ErrorStatus* error) {
+    return ReadListFile(file.AbsolutePath(), bytes, error);
 }
 
-std::unique_ptr<TextOutputStream> Platform::CreateTextFile(const FolderItem& file) {
-    try {
-        return OpenForSaving(file.AbsolutePath());
-    } catch (const IOError&) {
-        return nullptr;
-    }
+std::unique_ptr<TextOutputStream> Platform::CreateTextFile(const FolderItem& file, ErrorStatus* error) {
+    // The window sets the type and creator itself once the file is closed.
+    return OpenForSaving(file.AbsolutePath(), SaveOptions{.list = false}, error);
 }
 
 void Platform::SetMacTypeAndCreator(const FolderItem& file, std::string_view type, std::string_view creator) {

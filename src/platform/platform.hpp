@@ -7,12 +7,13 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include "platform/files.hpp"
 #include "platform/folder_item.hpp"
+#include "vornelt/error.hpp"
+#include "vornelt/files.hpp"
 
 namespace vornelt {
 
@@ -45,12 +46,6 @@ struct MessageDialogRequest {
     std::string Explanation;
 };
 
-// What the runtime raises when a routine uses a nil reference: a file that could not be
-// created, for one. The save routines catch it.
-struct NilObjectError : std::runtime_error {
-    NilObjectError() : std::runtime_error("nil object") {}
-};
-
 class Platform {
 public:
     virtual ~Platform() = default;
@@ -68,6 +63,9 @@ public:
     // Gives time to the event loop. Called once per row by every long loop, so it must be
     // cheap; an implementation may serve the loop only every few milliseconds.
     virtual void Yield() = 0;
+    // Whether the work in hand is to stop: a load asks between its passes. The window never
+    // stops one; a conversion stops when its caller asks.
+    virtual bool StopAsked() { return false; }
     // A control of the main window state or of the progress window is to be redrawn at once
     // ("EF_SeqTitle", "ProgressBar1", "ST_Detail").
     virtual void Redraw(std::string_view control) = 0;
@@ -75,11 +73,11 @@ public:
     virtual void CloseProgressWindow() = 0;
 
     // ---- files ----
-    // The whole file, or none when it cannot be opened or read (or passes the cap).
-    virtual std::optional<std::string> ReadWholeFile(const FolderItem& file);
-    // Creates the file, replacing one that stands there (see platform/files.hpp); none when
+    // The whole file into `bytes`; false when it cannot be opened or read (or passes the cap).
+    virtual bool ReadWholeFile(const FolderItem& file, std::string& bytes, ErrorStatus* error);
+    // Creates the file, replacing one that stands there (see vornelt/files.hpp); none when
     // that fails.
-    virtual std::unique_ptr<TextOutputStream> CreateTextFile(const FolderItem& file);
+    virtual std::unique_ptr<TextOutputStream> CreateTextFile(const FolderItem& file, ErrorStatus* error);
     // File type and creator (on macOS the Finder information; elsewhere files have none,
     // and this does nothing).
     virtual void SetMacTypeAndCreator(const FolderItem& file, std::string_view type, std::string_view creator);

@@ -2,14 +2,15 @@
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 
-#include <cerrno>
-#include <filesystem>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <exception>
+#include <mutex>
+#include <thread>
 
-#include "platform/files.hpp"
-#include "platform/folder_item.hpp"
-#include "text/encodings.hpp"
-#include "text/text.hpp"
 #include "vornelt/convert.hpp"
+#include "vornelt/files.hpp"
 
 namespace py = pybind11;
 
@@ -25,7 +26,7 @@ struct Result {
     py::object text = py::none();  // str, made on first use
     std::string form;
     std::vector<std::string> messages;
-    std::optional<std::string> path;
+    py::object path = py::none();  // str: where convert_file saved the list
     // The report as the library gave it; made into Python objects on first use only, so that
     // a caller who never looks at it does not pay for a dict per item.
     std::shared_ptr<const ConvertReport> raw;
@@ -47,11 +48,14 @@ struct Result {
         if (text.is_none()) {
             const std::string_view saved = Saved();
             // Plain ASCII reads the same in Mac OS Roman and in UTF-8.
-            const bool ascii = IsAscii(saved);
-            const std::string decoded = ascii ? std::string() : DecodeMacRoman(saved);
-            const std::string_view utf8 = ascii ? saved : std::string_view(decoded);
-            text =
-                py::reinterpret_steal<py::object>(PyUnicode_DecodeUTF8(utf8.data(), Py_ssize_t(utf8.size()), "strict"));
+            text = py::reinterpret_steal<py::object>(
+                PyUnicode_DecodeASCII(saved.data(), Py_ssize_t(saved.size()), nullptr));
+            if (!text) {
+                PyErr_Clear();
+                const std::string utf8 = ListText(saved);
+                text = py::reinterpret_steal<py::object>(
+                    PyUnicode_DecodeUTF8(utf8.data(), Py_ssize_t(utf8.size()), "strict"));
+            }
             if (!text) throw py::error_already_set();
         }
         return text;
@@ -181,10 +185,22 @@ std::string KeywordHelp() {
     return out;
 }
 
-[[noreturn]] void RaiseOSError(int error, const std::string& path) {
-    const std::string cause = ErrorCause(error);
-    if (error == kErrorListTooLarge) error = EFBIG;
-    py::object exc = py::module_::import("builtins").attr("OSError")(error, cause, path);
+// A path as Python's own open() takes it: str, bytes or os.PathLike, through os.fsencode;
+// TypeError for anything else, ValueError for a NUL in it.
+std::string PathOf(const py::handle& path, const char* what) {
+    const py::bytes encoded = py::module_::import("os").attr("fsencode")(path);
+    std::string bytes = encoded;
+    if (bytes.find('\0') != std::string::npos) throw py::value_error(std::string(what) + ": embedded null byte");
+    return bytes;
+}
+
+// A path of the file system as Python gives it back: str, undecodable bytes kept as os.fsdecode keeps them.
+py::str PathText(std::string_view path) {
+    return py::reinterpret_steal<py::str>(PyUnicode_DecodeFSDefaultAndSize(path.data(), Py_ssize_t(path.size())));
+}
+
+[[noreturn]] void RaiseOSError(const ErrorStatus& error, std::string_view path) {
+    py::object exc = py::module_::import("builtins").attr("OSError")(error.systemError, error.details, PathText(path));
     PyErr_SetObject(reinterpret_cast<PyObject*>(Py_TYPE(exc.ptr())), exc.ptr());  // FileNotFoundError, ...
     throw py::error_already_set();
 }
@@ -193,6 +209,10 @@ std::string KeywordHelp() {
 class GivenBytes {
 public:
     explicit GivenBytes(const py::object& data) {
+        // A list past the cap is refused before any of it is copied.
+        if (py::isinstance<py::memoryview>(data) ? data.attr("nbytes").cast<size_t>() > kMaxListFileBytes
+                                                 : size_t(py::len(data)) > kMaxListFileBytes)
+            throw py::value_error("data: the list is larger than 256 MiB");
         if (PyObject_GetBuffer(data.ptr(), &view_, PyBUF_SIMPLE) != 0) {
             // A memoryview that is not one run of memory: its bytes in order, once.
             PyErr_Clear();
@@ -215,24 +235,71 @@ bool IsBytesLike(const py::object& data) {
            py::isinstance<py::memoryview>(data);
 }
 
-// The bytes of a list read from a path; `name` becomes the file's name when it is empty.
-std::string ReadList(const py::object& data, std::string& name) {
-    const std::string path = py::str(py::module_::import("os").attr("fspath")(data)).cast<std::string>();
-    if (name.empty()) name = FolderItem(path).Name();
-    std::string bytes;
-    int error;
-    {
-        py::gil_scoped_release unlocked;
-        error = ReadListFile(path, bytes);
-    }
-    if (error != 0) RaiseOSError(error, path);
-    return bytes;
+bool InMainThread() {
+    const py::module_ threading = py::module_::import("threading");
+    const py::object main = threading.attr("main_thread")().attr("ident");
+    return main.equal(threading.attr("get_ident")());
 }
 
-Result Finish(ConvertResult&& r, const ErrorStatus& error) {
-    if (error.outcome == ErrorStatus::Outcome::BadOption) throw py::value_error(error.details);
-    if (error.outcome == ErrorStatus::Outcome::NoMemory) throw std::bad_alloc();
-    if (!error.ok()) throw std::runtime_error(error.details);
+// Runs `work` without the interpreter's lock. Python takes its signals in the main thread,
+// and only while it holds the lock: there the work runs on a thread of its own while this
+// thread looks at the signals every 50 ms. An exception that a signal's handler raises
+// (KeyboardInterrupt, for Ctrl-C) turns `stop` true, and comes out once the work has stopped,
+// which it does at its next step.
+template <typename Work>
+void RunUnlocked(std::atomic<bool>& stop, Work work) {
+    if (!InMainThread()) {
+        py::gil_scoped_release unlocked;
+        work();
+        return;
+    }
+    std::mutex mutex;
+    std::condition_variable finished;
+    bool done = false;
+    std::exception_ptr failure;
+    std::thread worker;
+    {
+        py::gil_scoped_release unlocked;
+        worker = std::thread([&] {
+            try {
+                work();
+            } catch (...) {
+                failure = std::current_exception();
+            }
+            std::lock_guard lock(mutex);
+            done = true;
+            finished.notify_one();
+        });
+    }
+    bool raised = false;
+    for (;;) {
+        {
+            py::gil_scoped_release unlocked;
+            std::unique_lock lock(mutex);
+            if (finished.wait_for(lock, std::chrono::milliseconds(50), [&] { return done; })) break;
+        }
+        if (!raised && PyErr_CheckSignals() != 0) {
+            raised = true;
+            stop = true;
+        }
+    }
+    {
+        py::gil_scoped_release unlocked;
+        worker.join();
+    }
+    if (raised) throw py::error_already_set();
+    if (failure) std::rethrow_exception(failure);
+}
+
+Result Finish(ConvertResult&& r, const ErrorStatus& error, std::string_view path) {
+    switch (error.outcome) {
+        case ErrorStatus::Outcome::Ok: break;
+        case ErrorStatus::Outcome::BadOption:
+            throw py::value_error(path.empty() ? error.details : std::string(path) + ": " + error.details);
+        case ErrorStatus::Outcome::NoMemory: throw std::bad_alloc();
+        case ErrorStatus::Outcome::Interrupted: throw std::runtime_error(error.details);
+        default: RaiseOSError(error, path);
+    }
     Result result;
     result.bytes = std::move(r.bytes);
     result.form = FormName(r.form);
@@ -243,20 +310,24 @@ Result Finish(ConvertResult&& r, const ErrorStatus& error) {
 
 // Converts the list given as bytes or as a path, without the interpreter's lock. Bytes are
 // handed to the library as they stand in Python's memory: the one copy is the library's own.
-Result Run(const py::object& data, const ConvertOptions& o, std::string name) {
+Result Run(const py::object& data, ConvertOptions o, std::string name) {
     ConvertResult r;
     ErrorStatus error;
+    std::atomic<bool> stop{false};
+    o.stop = &stop;
     if (IsBytesLike(data)) {
         const GivenBytes given(data);
         if (name.empty()) name = "list.edl";
-        py::gil_scoped_release unlocked;
-        r = Convert(given.View(), o, name, &error);
-    } else {
-        std::string bytes = ReadList(data, name);
-        py::gil_scoped_release unlocked;
-        r = Convert(std::move(bytes), o, name, &error);
+        RunUnlocked(stop, [&] { r = Convert(given.View(), o, name, &error); });
+        return Finish(std::move(r), error, "");
     }
-    return Finish(std::move(r), error);
+    const std::string path = PathOf(data, "data");
+    if (name.empty()) name = PathText(FileName(path));
+    RunUnlocked(stop, [&] {
+        std::string bytes;
+        if (ReadListFile(path, bytes, &error)) r = Convert(std::move(bytes), o, name, &error);
+    });
+    return Finish(std::move(r), error, path);
 }
 
 }  // namespace
@@ -316,55 +387,49 @@ PYBIND11_MODULE(vornelt, m) {
         py::arg("data"), py::arg("fps"),
         ("convert(data, fps, *" + KeywordSignature() + ", name='')\n--\n\n" +
          "Converts one list as the Vornelt window would save it.\n\n"
-         "data: the list's bytes (bytes, bytearray, memoryview), or a path (str or os.PathLike) to read.\n"
+         "data: the list's bytes (bytes, bytearray, memoryview; at most 256 MiB), or a path (str or\n"
+         "    os.PathLike) to read.\n"
          "fps: the list's frame rate, " +
          rates + " (a number, or its name as a str): lists do not say.\n" + KeywordHelp() +
          "name: the list's file name, as the window shows it; a path's own name when a path is given.\n\n"
          "Returns a Result. Raises ValueError for options the list cannot take, TypeError for a value of the\n"
          "wrong type, OSError (with errno) for a file that cannot be read. The list is converted without the\n"
-         "global interpreter lock, so threads convert in parallel.")
+         "global interpreter lock, so threads convert in parallel; Ctrl-C stops it at its next step.")
             .c_str());
 
     auto convertFile = [](const py::object& src, const py::object& dst, const py::object& fps,
                           const py::kwargs& keywords) {
-        const ConvertOptions o = OptionsOf(fps, keywords, "convert_file", nullptr);
-        const py::object fspath = py::module_::import("os").attr("fspath");
-        const std::string source = py::str(fspath(src)).cast<std::string>();
-        Result result = Run(src, o, "");
-
-        // Where it goes: beside the list under the suggested name, into a folder, or to a file.
-        const FolderItem in(source);
-        std::string target;
-        if (dst.is_none()) {
-            target = in.Parent()->Child(SuggestedSaveName(in.Name())).AbsolutePath();
-        } else {
-            const std::string given = py::str(fspath(dst)).cast<std::string>();
-            if (FolderItem(given).IsFolder())
-                target = FolderItem(given).Child(SuggestedSaveName(in.Name())).AbsolutePath();
-            else if (!given.empty() && given.back() == '/')
-                RaiseOSError(ENOENT, given);
-            else
-                target = FolderItem(given).AbsolutePath();
-        }
-        int error;
-        {
-            const std::string_view saved = result.Saved();
-            py::gil_scoped_release unlocked;
-            error = SaveFileBytes(target, saved);
-        }
-        if (error != 0) RaiseOSError(error, target);
-        SetFileTypeAndCreator(target, "TEXT", "VORN");
-        result.path = target;
+        ConvertOptions o = OptionsOf(fps, keywords, "convert_file", nullptr);
+        const std::string source = PathOf(src, "src");
+        std::optional<std::string> target;
+        if (!dst.is_none()) target = PathOf(dst, "dst");
+        std::atomic<bool> stop{false};
+        o.stop = &stop;
+        ConvertResult r;
+        ErrorStatus error;
+        std::string saved;
+        RunUnlocked(stop, [&] {
+            r = ConvertFile(source, target ? std::optional<std::string_view>(*target) : std::nullopt, o, &saved,
+                            &error);
+        });
+        const bool read =
+            error.outcome != ErrorStatus::Outcome::CannotRead && error.outcome != ErrorStatus::Outcome::BadOption;
+        Result result = Finish(std::move(r), error, read && !saved.empty() ? saved : source);
+        result.path = PathText(saved);
         return result;
     };
     m.def("convert_file", convertFile, py::arg("src"), py::arg("dst") = py::none(), py::kw_only(), py::arg("fps"),
           ("convert_file(src, dst=None, *, fps" + KeywordSignature() + ")\n--\n\n" +
            "Converts the list at `src` and saves it as vornelt-convert does.\n\n"
+           "src, dst: paths as open() takes them (str, bytes, os.PathLike).\n"
            "dst: None saves beside `src` under the suggested name (\"reel1.edl\" gives \"reel1 VORNELT.edl\");\n"
            "    an existing folder (or a path ending in \"/\") saves into it under that name; any other\n"
-           "    path names the file. A file is replaced only once the new one is written whole.\n"
+           "    path names the file. A file is replaced only once the new one is written whole; never the\n"
+           "    list it reads, by any name or link, and never a read-only file. A src that is no regular file\n"
+           "    (/dev/stdin, a FIFO) needs a dst that names a file.\n"
            "The options are those of convert(). Returns the Result, with `path` set to the file written.\n"
-           "Raises ValueError for bad options, TypeError for a value of the wrong type, and OSError (with\n"
-           "errno) when the list cannot be read or saved.")
+           "Raises ValueError for bad options or a NUL in a path, TypeError for a value of the wrong type, and\n"
+           "OSError (with errno) when the list cannot be read or saved or would overwrite what it reads.\n"
+           "Ctrl-C stops it at its next step, and nothing is saved.")
               .c_str());
 }

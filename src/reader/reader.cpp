@@ -176,6 +176,8 @@ void ReadRows(Document& m, ReadContext& c, RowCheck* check) {
     const FrameRate rate = m.frameRate;
     EventFields f;
     for (int32_t i = 0; i <= m.maxZeilen; ++i) {
+        // A conversion asked to stop ends here, between two rows.
+        if (i % 4096 == 0 && platform.StopAsked()) return;
         const std::string_view line = m.readOrigCompleteLine(size_t(i));
         const bool ascii = m.textIsAscii || IsAscii(line);
         // The reader's scratch of the line, `dummyReadZeile`: what remains of it once the
@@ -366,6 +368,9 @@ void ParseCMX3600(Document& m, MainWindowState& window, ProgressWindow& progress
 
     if (!m.cmxString) m.cmxString = std::make_shared<std::string>();
     NormaliseText(*m.cmxString);
+    // A conversion asked to stop ends between the steps of the reading; the tables are whole
+    // at each.
+    if (platform.StopAsked()) return progressWindow.Close(platform);
 
     // From here on the text is the document: every text table refers into it.
     SharedText document = m.cmxString;
@@ -391,11 +396,13 @@ void ParseCMX3600(Document& m, MainWindowState& window, ProgressWindow& progress
         from = end + 1;
     }
     m.maxZeilen = int32_t(m.readOrigCompleteLine.size() - 1);
+    if (platform.StopAsked()) return progressWindow.Close(platform);
 
     // The check of the list as read goes along with the reading, while a report is recorded.
     std::optional<RowCheck> check;
     if (m.report.recording) check.emplace(m, m.frameRate);
     ReadRows(m, c, check ? &*check : nullptr);
+    if (platform.StopAsked()) return progressWindow.Close(platform);
     FindExtent(m, platform);
     ReadHeader(m, c);
     if (check) check->Finish();

@@ -3,6 +3,7 @@
 #include <new>
 #include <stdexcept>
 
+#include "platform/files.hpp"
 #include "session/convert.hpp"
 #include "session/load.hpp"
 #include "session/report.hpp"
@@ -23,17 +24,26 @@ std::string Quoted(std::string_view s) {
 }
 
 // Shows nothing and keeps the texts of the messages that the window would show; a question
-// is answered with its first button.
+// is answered with its first button. A long load stops between its passes when the caller
+// asks.
 class CollectingPlatform final : public QuietPlatform {
 public:
+    explicit CollectingPlatform(const std::atomic<bool>* stop) : stop_(stop) {}
     std::vector<std::string> messages;
+
+    bool StopAsked() override { return stop_ && stop_->load(std::memory_order_relaxed); }
 
     void MsgBox(std::string_view text) override { messages.emplace_back(text); }
     DialogButton ShowMessageDialog(const MessageDialogRequest& request) override {
         messages.push_back(request.Message);
         return DialogButton::Action;
     }
+
+private:
+    const std::atomic<bool>* stop_;
 };
+
+bool Interrupted(ErrorStatus* error) { return Fail(error, ErrorStatus::Outcome::Interrupted, "stopped"); }
 
 bool IsPlainReelName(std::string_view name) {
     if (name.empty()) return false;
@@ -102,12 +112,14 @@ bool ConvertInSession(Session& s, std::string&& bytes, const ConvertOptions& o, 
     s.document.dropFrameTmp = o.fps.DropFrame();
     LoadListBytes(s, std::move(bytes), FolderItem(name.empty() ? std::string_view("list.edl") : name), false,
                   Render::Later);
+    if (s.platform.StopAsked()) return Interrupted(error);
     if (const std::optional<std::string>* reel = ReelOption(o);
         reel && *reel && s.document.IsGrassValley && (*reel)->size() > 6)
         return Fail(error, ErrorStatus::Outcome::BadOption,
                     "reel " + Quoted(**reel) + ": a GVG list takes at most 6 characters");
     FillFields(s, o);
     NewEDL_02(s.document, s.MainWindow(), s.platform);
+    if (s.platform.StopAsked()) return Interrupted(error);
     return true;
 }
 
@@ -135,6 +147,11 @@ bool CheckOptions(const ConvertOptions& o, ErrorStatus* error) {
 ConvertResult Convert(std::string_view bytes, const ConvertOptions& o, std::string_view name,
                       ErrorStatus* error) noexcept {
     try {
+        // A list past the cap is refused before it is copied.
+        if (bytes.size() > kMaxListFileBytes) {
+            Fail(error, ErrorStatus::Outcome::CannotRead, std::string(kListTooLarge), EFBIG);
+            return {};
+        }
         return Convert(std::string(bytes), o, name, error);
     } catch (const std::bad_alloc&) {
         Fail(error, ErrorStatus::Outcome::NoMemory, "not enough memory for this list");
@@ -148,10 +165,11 @@ ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_
     try {
         if (!CheckOptions(o, error)) return {};
         if (bytes.size() > kMaxListFileBytes) {
-            Fail(error, ErrorStatus::Outcome::CannotRead, ErrorCause(kErrorListTooLarge));
+            Fail(error, ErrorStatus::Outcome::CannotRead, std::string(kListTooLarge), EFBIG);
             return {};
         }
-        CollectingPlatform platform;
+        CollectingPlatform platform(o.stop);
+        if (platform.StopAsked()) return Interrupted(error), ConvertResult();
         SharedText list;
         {
             Session s(platform);
@@ -175,11 +193,31 @@ ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_
     return result;
 }
 
-std::string SuggestedSaveName(std::string_view loadedName) {
-    // The name up to its first point; a name without one is taken whole.
-    const int64_t point = InStr(loadedName, ".");
-    const std::string_view stem = point == 0 ? loadedName : Left(loadedName, point - 1);
-    return std::string(stem) + " VORNELT.edl";
+ConvertResult ConvertFile(std::string_view input, std::optional<std::string_view> output, const ConvertOptions& o,
+                          std::string* saved, ErrorStatus* error) noexcept {
+    ErrorStatus failure;
+    try {
+        // Everything is worked out before the list is read: the options, where it goes, and
+        // that it goes over no file it reads.
+        std::string target;
+        CallFiles files;
+        files.AddInput(input);
+        std::string bytes;
+        if (CheckOptions(o, &failure) && !(target = OutputPath(input, output, &failure)).empty()) {
+            if (saved) *saved = target;
+            if (files.AddOutput(target, 0, &failure) && ReadListFile(input, bytes, &failure)) {
+                ConvertResult result = Convert(std::move(bytes), o, FileName(input), &failure);
+                if (failure.ok() && SaveFile(target, result.bytes, SaveOptions{.list = true, .stop = o.stop}, &failure))
+                    return result;
+            }
+        }
+    } catch (const std::bad_alloc&) {
+        Fail(&failure, ErrorStatus::Outcome::NoMemory, "not enough memory for this list");
+    }
+    if (error) *error = std::move(failure);
+    return {};
 }
+
+std::string ListText(std::string_view saved) { return DecodeMacRoman(saved); }
 
 }  // namespace vornelt

@@ -16,19 +16,22 @@ constexpr const char* kCantRead = "Sorry, Can't read the file.";
 void LoadFile(Session& s, const FolderItem& file, bool assignRateTwice) {
     MainWindowState& window = s.MainWindow();
     window.Cursor = MouseCursor::Wait;
-    std::optional<std::string> bytes = s.platform.ReadWholeFile(file);
-    if (!bytes) {
+    std::string bytes;
+    if (!s.platform.ReadWholeFile(file, bytes, nullptr)) {
         // The old document stays as it was; nothing resets the wait cursor on this path.
         s.platform.MsgBox(kCantRead);
         return;
     }
-    LoadListBytes(s, std::move(*bytes), file, assignRateTwice);
+    LoadListBytes(s, std::move(bytes), file, assignRateTwice);
 }
 
 void ApplySwitches(Document& m, Platform& platform) {
     AllAudioOnOff(m, platform);
+    if (platform.StopAsked()) return;
     AllKeysOnOff(m, platform);
+    if (platform.StopAsked()) return;
     AllKeysToDissolve(m, platform);
+    if (platform.StopAsked()) return;
     AllWipesToDissolve(m, platform);
 }
 
@@ -72,12 +75,20 @@ void LoadListBytes(Session& s, std::string bytes, const FolderItem& file, bool a
     window.ST_FrameRate.Text = Str(m.frameRate.Value());
     window.ST_FCM.Text = m.dropFrame ? "Drop Frame" : "Non-Drop Frame";
 
-    ParseCMX3600(m, window, s.progress, s.platform);
-    CheckForM2(m, s.platform);
-    CopyArrays(m, s.platform);
-    CheckBSpurClipLenghts(m, s.platform);
-    CleanEDL_4(m, s.platform);
+    // A conversion asked to stop ends between two passes.
+    Platform& p = s.platform;
+    ParseCMX3600(m, window, s.progress, p);
+    if (p.StopAsked()) return;
+    CheckForM2(m, p);
+    if (p.StopAsked()) return;
+    CopyArrays(m, p);
+    if (p.StopAsked()) return;
+    CheckBSpurClipLenghts(m, p);
+    if (p.StopAsked()) return;
+    CleanEDL_4(m, p);
+    if (p.StopAsked()) return;
     CheckList(m, encoding);
+    if (p.StopAsked()) return;
     if (render == Render::Now)
         PrepareToDisplay(s);
     else

@@ -7,7 +7,7 @@
 #include "text/text.hpp"
 #include "ui/handlers.hpp"
 #include "ui/render.hpp"
-#include "vornelt/convert.hpp"
+#include "vornelt/files.hpp"
 
 namespace vornelt {
 
@@ -22,25 +22,26 @@ void ReportSaveError(Desktop& d) {
     Plat(d).MsgBox(kSaveErrorText);
 }
 
-// Writes the list to the file and records it as the file of the last save. A file that
-// cannot be created raises the nil-object error, as using the missing stream would. The
-// stream writes beside the target and puts it in place on Close, so a failure on the way
-// leaves an earlier file whole.
-void WriteListFile(Desktop& d, const FolderItem& file) {
+// Writes the list to the file and records it as the file of the last save; false when the
+// file could not be created, written or put in place. The stream writes beside the target
+// and puts it in place on Close, so a failure on the way leaves an earlier file whole.
+bool WriteListFile(Desktop& d, const FolderItem& file) {
     Document& m = Doc(d);
     MainWindowState& window = Window(d);
     Platform& platform = Plat(d);
     window.Cursor = MouseCursor::Wait;
 
     const SharedText list = m.finalCMXString;
-    std::unique_ptr<TextOutputStream> stream = platform.CreateTextFile(file);
-    if (!stream) throw NilObjectError();
+    ErrorStatus error;
+    std::unique_ptr<TextOutputStream> stream = platform.CreateTextFile(file, &error);
+    if (!stream) return false;
     // The list and nothing behind it: its own last line end ends the file. It goes out a
     // piece at a time, so a long list is never held twice; the file takes its place only
     // when all of it is written.
+    bool written = true;
     EncodeListForSaving(list ? std::string_view(*list) : std::string_view(),
-                        [&stream](std::string_view bytes) { stream->Write(bytes); });
-    stream->Close();
+                        [&](std::string_view bytes) { written = written && stream->Write(bytes, &error); });
+    if (!written || !stream->Close(&error)) return false;
 
     // Creator "VORN", then type "TEXT": the platform sets the pair in one call. Where files
     // carry no such attributes (anything but macOS) nothing is kept.
@@ -53,6 +54,7 @@ void WriteListFile(Desktop& d, const FolderItem& file) {
     m.mySavedAbsDateiName = file.Name();
     m.mySavedAbsDateiPfad = file.AbsolutePath();
     m.mySavedAbsDateiFolderItem = file.Parent();
+    return true;
 }
 
 }  // namespace
@@ -67,7 +69,7 @@ void SaveAsDialog(Desktop& d) {
         dialog.InitialDirectory = m.myAbsDateiFolderItem;
         const FolderItemRef file = Plat(d).ShowSaveDialog(dialog);
         if (file) {
-            WriteListFile(d, *file);
+            if (!WriteListFile(d, *file)) ReportSaveError(d);
         } else {
             // Cancelled: the list counts as unsaved again, whatever it was before.
             m.isModified = true;
@@ -81,27 +83,21 @@ void SaveAsDialog(Desktop& d) {
 
 void SaveOhneDialog(Desktop& d) {
     Document& m = Doc(d);
-    try {
-        const FolderItemRef file = GetFolderItem(m.mySavedAbsDateiPfad);
-        if (!file) {
-            ReportSaveError(d);
-            Window(d).Cursor = MouseCursor::StandardPointer;
-            return;
-        }
-        if (!file->Exists()) {
-            // The file of the last save has gone: the dialog takes over without a word.
-            SaveAsDialog(d);
-            return;
-        }
-        WriteListFile(d, *file);
-    } catch (const NilObjectError&) {
+    const FolderItemRef file = GetFolderItem(m.mySavedAbsDateiPfad);
+    if (!file) {
         ReportSaveError(d);
-    } catch (const IOError&) {
-        // A write or close that fails leaves no saved file, just as a failed creation does,
-        // and is told the same way: an editor must always hear that a save did not happen.
-        // Errors of any other kind go on to the caller.
-        ReportSaveError(d);
+        Window(d).Cursor = MouseCursor::StandardPointer;
+        return;
     }
+    if (!file->Exists()) {
+        // The file of the last save has gone: the dialog takes over without a word.
+        SaveAsDialog(d);
+        return;
+    }
+    // A file that cannot be created, written or put in place is told the same way: an editor
+    // must always hear that a save did not happen. Errors of any other kind (no memory) go on
+    // to the caller.
+    if (!WriteListFile(d, *file)) ReportSaveError(d);
 }
 
 }  // namespace vornelt

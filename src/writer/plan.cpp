@@ -188,7 +188,7 @@ private:
 
 }  // namespace
 
-void PlanList(Document& m, const MainWindowState& window, Platform& platform) {
+bool PlanList(Document& m, const MainWindowState& window, Platform& platform) {
     ListPlan& plan = m.plan;
     // 1. The reel name: blanks out; formatted when anything is left.
     {
@@ -233,6 +233,8 @@ void PlanList(Document& m, const MainWindowState& window, Platform& platform) {
     int32_t current = 1;   // event number of the last event row planned
     int32_t previous = 0;  // the same, as it stood at the end of the row before
     for (int64_t i = 2; i <= int64_t(m.maxZeilen); ++i) {
+        // A conversion asked to stop ends here, between two rows.
+        if (i % 4096 == 0 && platform.StopAsked()) return false;
         const std::string_view line = m.copyCompletLine.Get(i);
         // Most rows are comments, clip names and blank lines: no event, and no motion, audio or
         // split line, which all begin with a letter of "MPAS".
@@ -319,6 +321,7 @@ void PlanList(Document& m, const MainWindowState& window, Platform& platform) {
     if (masterReelEvents > 0)
         report.push_back(
             {ChangeKind::MasterReelApplied, -1, -1, masterReelEvents, {}, std::string(Trim(m.newReelName))});
+    return true;
 }
 
 EventFields EventFieldsOf(const Document& m, const ListPlan& plan, uint32_t row) {

@@ -28,8 +28,9 @@ struct EventFields {
 
 // Plans the whole new list into m.plan under the options and entry fields of the window, and
 // records the writer's section of the report (motion lines left out, the title, the movie,
-// the master reel, the reels the mirror list renames).
-void PlanList(Document& m, const MainWindowState& window, Platform& platform);
+// the master reel, the reels the mirror list renames). False when the platform asked it to
+// stop on the way: the plan is then unfinished.
+bool PlanList(Document& m, const MainWindowState& window, Platform& platform);
 
 // The fields of the event line of a row under the plan's options. The texts point into the
 // document's tables and the plan.

@@ -260,7 +260,8 @@ void WritePlan(Document& m, std::string& out, std::vector<TextColumn::Piece>& pi
 }  // namespace
 
 void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
-    PlanList(m, window, platform);
+    // A conversion asked to stop keeps no list.
+    if (!PlanList(m, window, platform)) return;
 
     // The text goes into the memory of the list before last, once nothing else holds it.
     std::string out;

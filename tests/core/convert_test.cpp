@@ -168,10 +168,11 @@ TEST_F(Convert, StopSignalsInABatchLeaveNoTemporaryFile) {
         argv.push_back(nullptr);
         pid_t pid = 0;
         ASSERT_EQ(::posix_spawn(&pid, VORNELT_CONVERTER, nullptr, nullptr, argv.data(), environ), 0);
+        // The signal goes as soon as the converter writes a file in the folder.
         const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-        bool hidden = false;
-        while (!hidden && std::chrono::steady_clock::now() < until && ::waitpid(pid, nullptr, WNOHANG) == 0)
-            for (const auto& e : fs::directory_iterator(dir_ / "out")) hidden |= e.path().filename().string()[0] == '.';
+        while (!testing::WritesInto(pid, dir_ / "out") && std::chrono::steady_clock::now() < until &&
+               ::waitpid(pid, nullptr, WNOHANG) == 0) {
+        }
         ::kill(pid, signal);
         ::waitpid(pid, nullptr, 0);
         for (const auto& e : fs::directory_iterator(dir_ / "out")) {
@@ -197,7 +198,7 @@ TEST_F(Convert, EdgesOfTheCommandLine) {
         {{"-x.edl", "--fps", "25"}, 2, "goes after \"--\""},
         {{in, "--fps", "25", "--title", "T\r\n099  EVIL"}, 2, "title: one line of text, without control characters"},
         {{in, "--fps", "25", "--movie", "m\x7Fov"}, 2, "movie: one line of text, without control characters"},
-        {{"/dev/null", "--fps", "25"}, 2, "not a regular file: name the output with -o"},
+        {{"/dev/null", "--fps", "25"}, 2, "not a regular file: name the file its list is saved in"},
         {{in, in, "--fps", "25", "-o", (dir_ / "a.edl").string()}, 2, "-o names an existing folder"},
         {{in, "--fps", "25", "--reel", "A-1"}, 2, "reel \"A-1\": letters and digits only, at most 8 characters"},
         {{in, "--fps", "25", "--reel", "ABCDEFGHI"}, 2, "reel \"ABCDEFGHI\": letters"},

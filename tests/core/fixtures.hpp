@@ -84,6 +84,18 @@ inline void PushRead(Document& m, const Row& r) {
     m.maxZeilen = int32_t(m.readOrigCompleteLine.size()) - 1;
 }
 
+// Whether a process holds a file open for writing in the folder (a temporary file of its
+// own, with a name or without one).
+inline bool WritesInto(pid_t pid, const std::filesystem::path& folder) {
+    std::error_code ec;
+    const std::string prefix = folder.string() + "/";
+    for (const auto& fd : std::filesystem::directory_iterator("/proc/" + std::to_string(pid) + "/fd", ec)) {
+        const std::string target = std::filesystem::read_symlink(fd.path(), ec).string();
+        if (target.rfind(prefix, 0) == 0 && target.find(".edl") == std::string::npos) return true;
+    }
+    return false;
+}
+
 class Fixture : public ::testing::Test {
 protected:
     void SetUp() override {

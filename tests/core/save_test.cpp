@@ -2,6 +2,8 @@
 // after each failure.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <filesystem>
 
 #include "fixtures.hpp"
@@ -117,6 +119,16 @@ TEST_F(SaveTest, FailuresKeepTheStateAndTheEarlierFile) {
             EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator()), 1);
         }
     }
+}
+
+// A read-only file is not replaced: the save is told as failed, and the file keeps its bytes.
+TEST_F(SaveTest, ReadOnlyFileIsNotReplaced) {
+    WriteFile("read-only.edl", "kept");
+    ::chmod(File("read-only.edl").AbsolutePath().c_str(), 0444);
+    SaveAs("read-only.edl");
+    EXPECT_EQ(std::tuple(platform.messages, platform.beeps), std::tuple(kSaveError, 1));
+    EXPECT_EQ(Saved("read-only.edl"), "kept");
+    EXPECT_TRUE(m().isModified);
 }
 
 TEST_F(SaveTest, SecondRoadWithoutAFile) {

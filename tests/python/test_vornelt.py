@@ -1,9 +1,13 @@
 """The Python module against the converter: the same bytes, threads, and the right errors."""
 import concurrent.futures
 import errno
+import mmap
 import os
 import pathlib
+import signal
 import subprocess
+import sys
+import time
 
 import pytest
 import vornelt
@@ -107,3 +111,87 @@ def test_files_that_cannot_be_read_or_saved_raise_with_errno(tmp_path):
     assert unsaved.value.errno == errno.ENOENT
     with pytest.raises(OSError):
         vornelt.convert_file(gvg, str(tmp_path / "new") + "/", fps=25)
+
+
+def test_convert_file_never_saves_over_the_list_it_reads(tmp_path):
+    src = tmp_path / "a.edl"
+    src.write_bytes(LIST)
+    (tmp_path / "link.edl").symlink_to(src)
+    for dst in (src, str(src), os.fsencode(src), tmp_path / "link.edl", tmp_path / "." / "a.edl"):
+        with pytest.raises(OSError):
+            vornelt.convert_file(src, dst, fps=25)
+        assert src.read_bytes() == LIST
+    assert sorted(p.name for p in tmp_path.iterdir()) == ["a.edl", "link.edl"]
+
+
+@pytest.mark.parametrize("stdin", ["file", "pipe"])
+def test_a_list_from_a_stream_needs_a_named_output(tmp_path, stdin):
+    src = tmp_path / "a.edl"
+    src.write_bytes(LIST)
+    script = ("import vornelt\ntry:\n    vornelt.convert_file('/dev/stdin', fps=25)\n"
+              "except ValueError as e:\n    print('refused', e)\n")
+    made = pathlib.Path("/dev/stdin VORNELT.edl")
+    try:
+        with open(src, "rb") as given:
+            run = subprocess.run([sys.executable, "-c", script], capture_output=True, text=True,
+                                 stdin=given if stdin == "file" else None,
+                                 input=None if stdin == "file" else LIST.decode("latin-1"))
+        assert run.stdout.startswith("refused /dev/stdin: not a regular file"), run.stderr
+        assert not made.exists()
+    finally:
+        if made.exists():
+            made.unlink()
+
+
+def test_paths_are_taken_as_open_takes_them(tmp_path):
+    src = tmp_path / "a.edl"
+    src.write_bytes(LIST)
+    expected = converted(src, 25, [])
+    assert vornelt.convert_file(os.fsencode(src), fps=25).data == expected  # the file, not five bytes
+    assert (tmp_path / "a VORNELT.edl").read_bytes() == expected
+    result = vornelt.convert_file(str(src).encode(), os.fsencode(tmp_path / "out.edl"), fps=25)
+    assert result.path == str(tmp_path / "out.edl") and (tmp_path / "out.edl").read_bytes() == expected
+    for src_given, dst_given in ((str(src) + "\0/../../x", None), (src, str(tmp_path / "x.edl") + "\0/../../x")):
+        with pytest.raises(ValueError):
+            vornelt.convert_file(src_given, dst_given, fps=25)
+    with pytest.raises(TypeError):
+        vornelt.convert_file(bytearray(os.fsencode(src)), fps=25)
+    assert sorted(p.name for p in tmp_path.iterdir()) == ["a VORNELT.edl", "a.edl", "out.edl"]
+
+
+def test_data_past_the_cap_is_refused_without_a_copy():
+    with mmap.mmap(-1, (256 << 20) + 1) as large:
+        with pytest.raises(ValueError, match="256 MiB"):
+            vornelt.convert(memoryview(large), 25)
+
+
+# A conversion of some seconds; Ctrl-C a moment after it starts.
+INTERRUPTED = """
+import os, sys, time, vornelt
+def tc(f): return "%02d:%02d:%02d:%02d" % (f // 90000 % 24, f // 1500 % 60, f // 25 % 60, f % 25)
+block = b"".join(b"%03d  R%05d V     C        %s %s %s %s\\r\\n" % (k % 1000, k, tc(k * 50).encode(),
+                 tc(k * 50 + 50).encode(), tc(k * 50).encode(), tc(k * 50 + 50).encode()) for k in range(1000))
+with open(sys.argv[1], "wb") as f:
+    f.write(b"TITLE: LONG\\r\\n\\r\\n" + block * 1500)
+print("ready", flush=True)
+try:
+    vornelt.convert_file(sys.argv[1], sys.argv[2], fps=25) if sys.argv[3] == "file" else vornelt.convert(sys.argv[1], 25)
+    print("done", flush=True)
+except KeyboardInterrupt:
+    print("interrupted", flush=True)
+"""
+
+
+@pytest.mark.parametrize("call", ["convert", "file"])
+def test_ctrl_c_stops_a_long_conversion_at_once(tmp_path, call):
+    out = tmp_path / "out.edl"
+    child = subprocess.Popen([sys.executable, "-c", INTERRUPTED, str(tmp_path / "long.edl"), str(out), call],
+                             stdout=subprocess.PIPE, text=True)
+    assert child.stdout.readline() == "ready\n"
+    time.sleep(0.3)
+    child.send_signal(signal.SIGINT)
+    sent = time.monotonic()
+    assert child.stdout.read() == "interrupted\n"
+    child.wait()
+    assert time.monotonic() - sent < 1.0
+    assert not out.exists() and [p.name for p in tmp_path.iterdir()] == ["long.edl"]

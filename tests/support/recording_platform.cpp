@@ -9,16 +9,17 @@ namespace {
 class FailingStream final : public TextOutputStream {
 public:
     FailingStream(std::unique_ptr<TextOutputStream> inner, size_t limit) : inner_(std::move(inner)), left_(limit) {}
-    void Write(std::string_view bytes) override {
+    bool Write(std::string_view bytes, ErrorStatus* error) override {
         if (bytes.size() > left_) {
-            inner_->Write(bytes.substr(0, left_));
+            inner_->Write(bytes.substr(0, left_), error);
             left_ = 0;
-            throw IOError(ENOSPC);
+            return Fail(error, ErrorStatus::Outcome::CannotSave, "No space left on device", ENOSPC);
         }
         left_ -= bytes.size();
-        inner_->Write(bytes);
+        return inner_->Write(bytes, error);
     }
-    void Close() override { inner_->Close(); }
+    bool Close(ErrorStatus* error) override { return inner_->Close(error); }
+    bool Replaces() const noexcept override { return inner_->Replaces(); }
 
 private:
     std::unique_ptr<TextOutputStream> inner_;
@@ -27,9 +28,12 @@ private:
 
 }  // namespace
 
-std::unique_ptr<TextOutputStream> RecordingPlatform::CreateTextFile(const FolderItem& file) {
-    if (failCreateTextFile) return nullptr;
-    auto stream = Platform::CreateTextFile(file);
+std::unique_ptr<TextOutputStream> RecordingPlatform::CreateTextFile(const FolderItem& file, ErrorStatus* error) {
+    if (failCreateTextFile) {
+        Fail(error, ErrorStatus::Outcome::CannotSave, "Permission denied", EACCES);
+        return nullptr;
+    }
+    auto stream = Platform::CreateTextFile(file, error);
     if (stream && failWriteAfterBytes) return std::make_unique<FailingStream>(std::move(stream), *failWriteAfterBytes);
     return stream;
 }

@@ -53,7 +53,7 @@ public:
     }
     void ShowProgressWindow() override { ++progressShows; }
     void CloseProgressWindow() override { ++progressCloses; }
-    std::unique_ptr<TextOutputStream> CreateTextFile(const FolderItem& file) override;
+    std::unique_ptr<TextOutputStream> CreateTextFile(const FolderItem& file, ErrorStatus* error) override;
     bool Launch(const FolderItem& file) override {
         launched.push_back(file.AbsolutePath());
         return !launchFails;
