@@ -40,13 +40,18 @@ std::string Take(char* text) {
 class DownloadStream : public TextOutputStream {
 public:
     explicit DownloadStream(const FolderItem& file) : file_(file) {}
-    void Write(std::string_view bytes) override { bytes_ += bytes; }
-    void Close() override {
+    bool Write(std::string_view bytes, ErrorStatus*) override {
+        bytes_ += bytes;
+        return true;
+    }
+    bool Close(ErrorStatus*) override {
         web_download(file_.Name().c_str(), bytes_.data(), bytes_.size());
         bytes_.clear();
         bytes_.shrink_to_fit();
         if (FILE* f = std::fopen(file_.AbsolutePath().c_str(), "w")) std::fclose(f);
+        return true;
     }
+    bool Replaces() const noexcept override { return false; }
 
 private:
     FolderItem file_;
@@ -117,7 +122,7 @@ void WebPlatform::ShowProgressWindow() {
 
 void WebPlatform::CloseProgressWindow() { web_show_progress(0); }
 
-std::unique_ptr<TextOutputStream> WebPlatform::CreateTextFile(const FolderItem& file) {
+std::unique_ptr<TextOutputStream> WebPlatform::CreateTextFile(const FolderItem& file, ErrorStatus*) {
     return std::make_unique<DownloadStream>(file);
 }
 

@@ -31,7 +31,7 @@ public:
     void Redraw(std::string_view control) override;
     void ShowProgressWindow() override;
     void CloseProgressWindow() override;
-    std::unique_ptr<TextOutputStream> CreateTextFile(const FolderItem& file) override;
+    std::unique_ptr<TextOutputStream> CreateTextFile(const FolderItem& file, ErrorStatus* error) override;
     void SetMacTypeAndCreator(const FolderItem&, std::string_view, std::string_view) override {}
     bool Launch(const FolderItem&) override { return false; }  // a page opens no file of the computer
     void ShowURL(std::string_view url) override;
