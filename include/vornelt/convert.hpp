@@ -81,6 +81,13 @@ ConvertResult Convert(std::string_view bytes, const ConvertOptions& options, std
 ConvertResult Convert(std::string&& bytes, const ConvertOptions& options, std::string_view name = "list.edl",
                       ErrorStatus* error = nullptr) noexcept;
 
+// The same, with the saved bytes written into `out` a piece at a time as they are made, so that
+// the new list is never held whole (the result's bytes stay empty); `out` is not closed: the
+// caller closes it when the conversion succeeded, and leaves it unclosed, which puts nothing in
+// place, when it failed. A failed write is a failure too (CannotSave, with the writer's words).
+ConvertResult ConvertInto(std::string&& bytes, const ConvertOptions& options, std::string_view name,
+                          TextOutputStream& out, ErrorStatus* error = nullptr) noexcept;
+
 // Reads the list at `input`, converts it and saves it where OutputPath (vornelt/files.hpp)
 // puts it for `output`, as vornelt-convert does: never over the file it reads, by any name.
 // `saved` takes the path of the output, once it is known. When it fails, nothing is saved,

@@ -172,37 +172,6 @@ struct Outcome {
     std::optional<std::string> report;  // the list's part of the report, made ready to write
 };
 
-// Reads and converts one list: the part that may run beside other lists.
-Outcome ConvertList(const Options& o, const Target& target) {
-    Outcome r;
-    const std::string& input = target.input;
-    std::string bytes;
-    ErrorStatus error;
-    if (!ReadListFile(input, bytes, &error)) {
-        r.messages = "vornelt-convert: " + input + ": " + WithCause(kCantRead, error.details) + "\n";
-        r.status = 1;
-        return r;
-    }
-    ConvertResult result = Convert(std::move(bytes), o.convert, FileName(input), &error);
-    if (!error.ok()) {
-        r.messages = "vornelt-convert: " + input + ": " + error.details + "\n";
-        r.status = error.outcome == ErrorStatus::Outcome::BadOption ? 2 : 1;
-        return r;
-    }
-    // What the window would have asked or told on the way (a reserved reel name): the
-    // converter goes on as the first answer does.
-    for (const std::string& message : result.messages)
-        r.messages += "vornelt-convert: " + input + ": note: " + message + " (used as given)\n";
-    if (o.report) {
-        const std::string_view name = FileName(input);
-        r.report = o.reportFormat == "json" ? ReportJsonList(result.report, name) : FormatReport(result.report, name);
-    }
-    if (o.dryRun) return r;
-    r.bytes = std::move(result.bytes);
-    r.save = true;
-    return r;
-}
-
 // Writes what is left of one list, in its turn: its messages, and the list itself when it
 // goes to standard output. The exit status of the list; `broken` is set when a stream's
 // reader has gone (EPIPE).
@@ -290,6 +259,9 @@ public:
         std::lock_guard lock(mutex_);
         stopping_ = true;
     }
+    // Turns true when the run is stopped by a signal: a conversion in hand asks it between its
+    // rows, and a file written while it converts is left unfinished, which leaves nothing.
+    const std::atomic<bool>* Flag() const noexcept { return &stopFlag_; }
 
 private:
     void Watch() {
@@ -299,6 +271,7 @@ private:
         std::unique_lock lock(mutex_);
         if (finished_) return;
         stopping_ = true;
+        stopFlag_ = true;  // the conversions in hand end between two rows
         settled_.wait(lock, [&] { return saving_ == 0; });
         onStop_();
         sigset_t one;
@@ -319,24 +292,70 @@ private:
     int saving_ = 0;
     bool stopping_ = false;
     bool finished_ = false;
+    std::atomic<bool> stopFlag_{false};
 };
 
-// Saves a converted list into its file; a failure becomes the list's last message.
-void SaveList(const Target& target, Outcome& r, StopWatch& stop) {
-    if (!stop.BeginSave()) {
-        r.stopped = true;
-        return;
-    }
-    StopWatch::Saving saving(stop);
+// Reads and converts one list: the part that may run beside other lists.
+Outcome ConvertList(const Options& o, const Target& target, StopWatch& stop) {
+    Outcome r;
+    const std::string& input = target.input;
+    std::string bytes;
     ErrorStatus error;
-    const std::unique_ptr<TextOutputStream> stream = OpenForSaving(*target.file, SaveOptions{}, &error);
-    if (stream && !stream->Replaces()) saving.Release();
-    if (!stream || !stream->Write(r.bytes, &error) || !stream->Close(&error)) {
-        r.messages += "vornelt-convert: " + *target.file + ": " + WithCause(kSaveError, error.details) + "\n";
+    if (!ReadListFile(input, bytes, &error)) {
+        r.messages = "vornelt-convert: " + input + ": " + WithCause(kCantRead, error.details) + "\n";
         r.status = 1;
+        return r;
     }
-    std::string().swap(r.bytes);
-    r.save = false;
+    const bool toFile = target.file && !o.dryRun;
+    ConvertResult result;
+    if (toFile) {
+        // Into its file as it is made: the new list is never held whole. The file takes its
+        // place only once the list is complete.
+        if (!stop.BeginSave()) {
+            r.stopped = true;
+            return r;
+        }
+        StopWatch::Saving saving(stop);
+        ConvertOptions options = o.convert;
+        options.stop = stop.Flag();
+        const std::unique_ptr<TextOutputStream> stream =
+            OpenForSaving(*target.file, SaveOptions{.list = true, .stop = stop.Flag()}, &error);
+        if (!stream) {
+            r.messages = "vornelt-convert: " + *target.file + ": " + WithCause(kSaveError, error.details) + "\n";
+            r.status = 1;
+            return r;
+        }
+        if (!stream->Replaces()) saving.Release();
+        result = ConvertInto(std::move(bytes), options, FileName(input), *stream, &error);
+        if (error.outcome == ErrorStatus::Outcome::Interrupted) {
+            r.stopped = true;
+            return r;
+        }
+        if (error.outcome == ErrorStatus::Outcome::CannotSave || (error.ok() && !stream->Close(&error))) {
+            r.messages = "vornelt-convert: " + *target.file + ": " + WithCause(kSaveError, error.details) + "\n";
+            r.status = 1;
+            return r;
+        }
+    } else {
+        result = Convert(std::move(bytes), o.convert, FileName(input), &error);
+    }
+    if (!error.ok()) {
+        r.messages = "vornelt-convert: " + input + ": " + error.details + "\n";
+        r.status = error.outcome == ErrorStatus::Outcome::BadOption ? 2 : 1;
+        return r;
+    }
+    // What the window would have asked or told on the way (a reserved reel name): the
+    // converter goes on as the first answer does.
+    for (const std::string& message : result.messages)
+        r.messages += "vornelt-convert: " + input + ": note: " + message + " (used as given)\n";
+    if (o.report) {
+        const std::string_view name = FileName(input);
+        r.report = o.reportFormat == "json" ? ReportJsonList(result.report, name) : FormatReport(result.report, name);
+    }
+    if (o.dryRun || toFile) return r;
+    r.bytes = std::move(result.bytes);
+    r.save = true;
+    return r;
 }
 
 // The one line that tells how far a batch has come, rewritten in place on a terminal.
@@ -458,8 +477,7 @@ int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std:
                 if (stop.Stopping()) {
                     r.stopped = true;
                 } else {
-                    r = ConvertList(o, target);
-                    if (r.save && target.file) SaveList(target, r, stop);
+                    r = ConvertList(o, target, stop);
                 }
             } catch (const std::exception& e) {  // no memory for this list: the others go on
                 r = Outcome{};

@@ -1,5 +1,6 @@
 // The conversion library: a list's bytes through a session of its own, as the window would
 // load, edit and save it.
+#include <functional>
 #include <new>
 #include <stdexcept>
 
@@ -11,6 +12,7 @@
 #include "text/text.hpp"
 #include "vocabulary/vocabulary.hpp"
 #include "vornelt/convert.hpp"
+#include "writer/plan.hpp"
 #include "writer/writer.hpp"
 
 namespace vornelt {
@@ -103,8 +105,12 @@ const std::optional<std::string>* ReelOption(const ConvertOptions& o) {
 
 }  // namespace
 
-bool ConvertInSession(Session& s, std::string&& bytes, const ConvertOptions& o, std::string_view name,
-                      ErrorStatus* error) {
+namespace {
+
+// The load of a conversion up to the rendering: the options into the window's controls, the
+// bytes along the load road, the text options into their fields.
+bool LoadForConversion(Session& s, std::string&& bytes, const ConvertOptions& o, std::string_view name,
+                       ErrorStatus* error) {
     SetControls(s.MainWindow(), o);
     s.document.report.recording = o.report;
     // The frame-rate question's answer.
@@ -118,6 +124,66 @@ bool ConvertInSession(Session& s, std::string&& bytes, const ConvertOptions& o, 
         return Fail(error, ErrorStatus::Outcome::BadOption,
                     "reel " + Quoted(**reel) + ": a GVG list takes at most 6 characters");
     FillFields(s, o);
+    return true;
+}
+
+// A conversion whose saved bytes go to `write` a piece at a time, as the plan of the new list
+// is written out: the list in the window's text is never made.
+ConvertResult ConvertWriting(std::string&& bytes, const ConvertOptions& o, std::string_view name,
+                             const std::function<bool(std::string_view)>& write, ErrorStatus* error) {
+    ConvertResult result;
+    if (!CheckOptions(o, error)) return {};
+    if (bytes.size() > kMaxListFileBytes) {
+        Fail(error, ErrorStatus::Outcome::CannotRead, std::string(kListTooLarge), EFBIG);
+        return {};
+    }
+    CollectingPlatform platform(o.stop);
+    if (platform.StopAsked()) return Interrupted(error), ConvertResult();
+    Session s(platform);
+    if (!LoadForConversion(s, std::move(bytes), o, name, error)) return {};
+    result.form = s.document.IsGrassValley ? ListForm::GVG : ListForm::CMX;
+    Document& m = s.document;
+    bool written = true;
+    if (o.report) {
+        // The report reads the whole plan: it stands whole before it is written out.
+        if (!PlanList(m, s.MainWindow(), platform)) return Interrupted(error), ConvertResult();
+        result.report = MakeConvertReport(ViewReport(m), m);
+        written = WritePlanForSaving(m, write);
+    } else {
+        // Planned and written a stretch of rows at a time: neither the plan nor the list is
+        // ever held whole.
+        ListPlanner planner(m, s.MainWindow(), platform);
+        SavedListWriter writer(write);
+        const auto writeOut = [&] {
+            const std::vector<PlannedLine>& lines = m.plan.lines;
+            const bool ok = writer.Add(m, lines.data(), lines.data() + lines.size());
+            m.plan.lines.clear();
+            m.plan.comments.clear();
+            return ok;
+        };
+        while (written && !planner.Done()) {
+            if (!planner.PlanRows(16384)) return Interrupted(error), ConvertResult();
+            written = writeOut();
+        }
+        if (written) {
+            planner.Finish();
+            written = writeOut() && writer.Flush();
+        }
+    }
+    if (!written) {
+        // The writer says why, or the conversion was stopped on the way.
+        if (platform.StopAsked()) Interrupted(error);
+        return {};
+    }
+    result.messages = std::move(platform.messages);
+    return result;
+}
+
+}  // namespace
+
+bool ConvertInSession(Session& s, std::string&& bytes, const ConvertOptions& o, std::string_view name,
+                      ErrorStatus* error) {
+    if (!LoadForConversion(s, std::move(bytes), o, name, error)) return false;
     NewEDL_02(s.document, s.MainWindow(), s.platform);
     if (s.platform.StopAsked()) return Interrupted(error);
     return true;
@@ -161,36 +227,43 @@ ConvertResult Convert(std::string_view bytes, const ConvertOptions& o, std::stri
 
 ConvertResult Convert(std::string&& bytes, const ConvertOptions& o, std::string_view name,
                       ErrorStatus* error) noexcept {
-    ConvertResult result;
     try {
-        if (!CheckOptions(o, error)) return {};
-        if (bytes.size() > kMaxListFileBytes) {
-            Fail(error, ErrorStatus::Outcome::CannotRead, std::string(kListTooLarge), EFBIG);
-            return {};
-        }
-        CollectingPlatform platform(o.stop);
-        if (platform.StopAsked()) return Interrupted(error), ConvertResult();
-        SharedText list;
-        {
-            Session s(platform);
-            if (!ConvertInSession(s, std::move(bytes), o, name, error)) return {};
-            result.form = s.document.IsGrassValley ? ListForm::GVG : ListForm::CMX;
-            if (o.report) result.report = MakeConvertReport(ViewReport(s.document), s.document);
-
-            list = s.document.finalCMXString;
-        }
-        // The bytes of the save, once the session's tables are gone.
-        AppendListForSaving(result.bytes, *list);
-        list.reset();
-        result.messages = std::move(platform.messages);
+        std::string saved;
+        ConvertResult result = ConvertWriting(
+            std::move(bytes), o, name,
+            [&saved, &o](std::string_view piece) {
+                saved.append(piece);
+                return !(o.stop && o.stop->load(std::memory_order_relaxed));
+            },
+            error);
+        result.bytes = std::move(saved);
+        return result;
     } catch (const std::bad_alloc&) {
         Fail(error, ErrorStatus::Outcome::NoMemory, "not enough memory for this list");
-        return {};
     } catch (const std::length_error&) {
         Fail(error, ErrorStatus::Outcome::NoMemory, "the list is too large to hold");
-        return {};
     }
-    return result;
+    return {};
+}
+
+ConvertResult ConvertInto(std::string&& bytes, const ConvertOptions& o, std::string_view name, TextOutputStream& out,
+                          ErrorStatus* error) noexcept {
+    try {
+        ErrorStatus writing;
+        ConvertResult result = ConvertWriting(
+            std::move(bytes), o, name,
+            [&out, &writing, &o](std::string_view piece) {
+                return out.Write(piece, &writing) && !(o.stop && o.stop->load(std::memory_order_relaxed));
+            },
+            error);
+        if (!writing.ok() && error) *error = std::move(writing);
+        return result;
+    } catch (const std::bad_alloc&) {
+        Fail(error, ErrorStatus::Outcome::NoMemory, "not enough memory for this list");
+    } catch (const std::length_error&) {
+        Fail(error, ErrorStatus::Outcome::NoMemory, "the list is too large to hold");
+    }
+    return {};
 }
 
 ConvertResult ConvertFile(std::string_view input, std::optional<std::string_view> output, const ConvertOptions& o,

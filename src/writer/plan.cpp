@@ -188,51 +188,85 @@ private:
 
 }  // namespace
 
-bool PlanList(Document& m, const MainWindowState& window, Platform& platform) {
-    ListPlan& plan = m.plan;
-    // 1. The reel name: blanks out; formatted when anything is left.
-    {
+// The planner's state between two stretches of rows.
+struct ListPlanner::State {
+    State(Document& m, const MainWindowState& window, Platform& platform)
+        : m(m),
+          plan(m.plan),
+          platform(platform),
+          lines(m.plan),
+          block(m.myAbsMovieName),
+          report(m.report.Section(ReportSection::Writer)) {
+        // 1. The reel name: blanks out; formatted when anything is left.
         std::string reel;
         for (char c : window.EF_ReelName.Text())
             if (c != ' ') reel.push_back(c);
         m.newReelName = reel.empty() ? std::string() : FormatReelNames(reel, m.IsGrassValley);
+        m.newSeqTitle = std::string(Trim(window.EF_SeqTitle.Text()));
+        o = PlanOptions{
+            m.IsGrassValley,   m.boolMirror,      m.boolKeyToDissolve,       m.boolA1234,
+            m.boolFreezeFrame, m.boolSpeedChange, m.boolGenerateNewComments, window.PopupTransition.ListIndex};
+        plan.options = o;
+        plan.title = m.newSeqTitle;
+        plan.masterReel = m.newReelName;
+        plan.lines.clear();
+        plan.comments.clear();
+        plan.lineCount = 0;
+
+        // 2. The header of the form. The second line is a constant of the form: a list read as
+        // drop frame still says NON-DROP FRAME.
+        lines.Add(LineKind::Title, 0);
+        lines.Add(LineKind::FrameCodeMode, 1);
+        lines.Add(LineKind::Blank, 1);
+
+        // 3. The rows. Rows 0 and 1 hold the title and FCM lines and are never visited: an
+        // event that stands there is not in the new list, and the report says so.
+        report.clear();
+        m.report.renamedReels.clear();
+        record = m.report.recording;
+        if (o.mirror) UpdateMirrorReels(m);
+        for (int64_t i = 0; record && i < 2 && i <= int64_t(m.maxZeilen); ++i)
+            if (!m.copyEventNumberStr.Get(i).empty() && !m.copyMode.Get(i).empty())
+                report.push_back(
+                    {ChangeKind::EventOnHeaderLine, int32_t(i), At(m.readOrigEventNumberInt, i), 0, {}, {}});
     }
-    m.newSeqTitle = std::string(Trim(window.EF_SeqTitle.Text()));
-    const PlanOptions o{
-        m.IsGrassValley,   m.boolMirror,      m.boolKeyToDissolve,       m.boolA1234,
-        m.boolFreezeFrame, m.boolSpeedChange, m.boolGenerateNewComments, window.PopupTransition.ListIndex};
-    plan.options = o;
-    plan.title = m.newSeqTitle;
-    plan.masterReel = m.newReelName;
-    plan.lines.clear();
-    plan.comments.clear();
-    plan.lineCount = 0;
-    plan.lines.reserve(size_t(std::max<int32_t>(m.maxZeilen, 0)) + 8);
-    Lines lines(plan);
 
-    // 2. The header of the form. The second line is a constant of the form: a list read as
-    // drop frame still says NON-DROP FRAME.
-    lines.Add(LineKind::Title, 0);
-    lines.Add(LineKind::FrameCodeMode, 1);
-    lines.Add(LineKind::Blank, 1);
-
-    // 3. The rows. Rows 0 and 1 hold the title and FCM lines and are never visited: an event
-    // that stands there is not in the new list, and the report says so.
-    std::vector<ChangeItem>& report = m.report.Section(ReportSection::Writer);
-    report.clear();
-    m.report.renamedReels.clear();
-    const bool record = m.report.recording;
-    if (o.mirror) UpdateMirrorReels(m);
-    for (int64_t i = 0; record && i < 2 && i <= int64_t(m.maxZeilen); ++i)
-        if (!m.copyEventNumberStr.Get(i).empty() && !m.copyMode.Get(i).empty())
-            report.push_back({ChangeKind::EventOnHeaderLine, int32_t(i), At(m.readOrigEventNumberInt, i), 0, {}, {}});
+    Document& m;
+    ListPlan& plan;
+    Platform& platform;
+    PlanOptions o;
+    Lines lines;
+    CommentBlock block;
+    std::vector<ChangeItem>& report;
+    bool record = false;
+    int64_t next = 2;  // the next row to plan
     int32_t events = 0;
     bool firstEvent = true;
     int32_t masterReelEvents = 0;
-    CommentBlock block(m.myAbsMovieName);
     int32_t current = 1;   // event number of the last event row planned
     int32_t previous = 0;  // the same, as it stood at the end of the row before
-    for (int64_t i = 2; i <= int64_t(m.maxZeilen); ++i) {
+};
+
+ListPlanner::ListPlanner(Document& m, const MainWindowState& window, Platform& platform)
+    : s_(std::make_unique<State>(m, window, platform)) {}
+
+ListPlanner::~ListPlanner() = default;
+
+bool ListPlanner::Done() const noexcept { return s_->next > int64_t(s_->m.maxZeilen); }
+
+bool ListPlanner::PlanRows(int64_t rows) {
+    State& st = *s_;
+    Document& m = st.m;
+    ListPlan& plan = st.plan;
+    const PlanOptions& o = st.o;
+    Platform& platform = st.platform;
+    CommentBlock& block = st.block;
+    Lines& lines = st.lines;
+    std::vector<ChangeItem>& report = st.report;
+    const bool record = st.record;
+    int32_t current = st.current, previous = st.previous;
+    const int64_t until = std::min<int64_t>(int64_t(m.maxZeilen) + 1, st.next + rows);
+    for (int64_t i = st.next; i < until; ++i) {
         // A conversion asked to stop ends here, between two rows.
         if (i % 4096 == 0 && platform.StopAsked()) return false;
         const std::string_view line = m.copyCompletLine.Get(i);
@@ -260,7 +294,7 @@ bool PlanList(Document& m, const MainWindowState& window, Platform& platform) {
                     } else {
                         // A new event: the block of the one before goes out, ahead of this
                         // line, with a FROM line unless this row brings its own transition.
-                        if (firstEvent && record)
+                        if (st.firstEvent && record)
                             report.push_back({ChangeKind::CommentBeforeFirstEvent,
                                               int32_t(i),
                                               current,
@@ -280,16 +314,16 @@ bool PlanList(Document& m, const MainWindowState& window, Platform& platform) {
                         block.Clear();
                     }
                 }
-                firstEvent = false;
+                st.firstEvent = false;
                 if (o.mirror && record) {
                     if (!m.newReelName.empty()) {
-                        ++masterReelEvents;
+                        ++st.masterReelEvents;
                     } else if (plan.mirrorReels.rows[size_t(i)] == MirrorReels::Renamed) {
                         m.report.renamedReels.emplace_back(int32_t(i), current);
                     }
                 }
                 lines.Add(LineKind::Event, uint32_t(i));
-                ++events;
+                ++st.events;
             } else {
                 const bool isMotion = IsMotionLine(line);
                 const bool kept = KeepsNoteRow(line, isMotion, At(m.readOrigM2, i), o);
@@ -300,13 +334,25 @@ bool PlanList(Document& m, const MainWindowState& window, Platform& platform) {
         previous = current;
         platform.Yield();
     }
+    st.next = until;
+    st.current = current;
+    st.previous = previous;
+    return true;
+}
 
+void ListPlanner::Finish() {
+    State& st = *s_;
+    Document& m = st.m;
+    ListPlan& plan = st.plan;
+    const PlanOptions& o = st.o;
+    const bool record = st.record;
+    std::vector<ChangeItem>& report = st.report;
     // 4. The closing lines: the last event's block, unsorted, behind a FROM line.
     if (o.comments) {
         const size_t begin = plan.comments.size();
         plan.comments.append(kFromClipName).append(m.myAbsMovieName).push_back(kCR);
-        plan.comments.append(block.Text()).push_back(kCR);
-        lines.AddComments(begin, 1 + block.MovieLineEnds() + block.LineEnds() + 1);
+        plan.comments.append(st.block.Text()).push_back(kCR);
+        st.lines.AddComments(begin, 1 + st.block.MovieLineEnds() + st.block.LineEnds() + 1);
     }
 
     // What this run changed besides the rows.
@@ -317,10 +363,17 @@ bool PlanList(Document& m, const MainWindowState& window, Platform& platform) {
     }
     if (o.comments && !m.myAbsMovieName.empty() && record)
         report.push_back({ChangeKind::MovieApplied, -1, -1, 0, {}, m.myAbsMovieName});
-    if (o.mirror && record && events > 0) report.push_back({ChangeKind::MirrorList, -1, -1, events, {}, {}});
-    if (masterReelEvents > 0)
+    if (o.mirror && record && st.events > 0) report.push_back({ChangeKind::MirrorList, -1, -1, st.events, {}, {}});
+    if (st.masterReelEvents > 0)
         report.push_back(
-            {ChangeKind::MasterReelApplied, -1, -1, masterReelEvents, {}, std::string(Trim(m.newReelName))});
+            {ChangeKind::MasterReelApplied, -1, -1, st.masterReelEvents, {}, std::string(Trim(m.newReelName))});
+}
+
+bool PlanList(Document& m, const MainWindowState& window, Platform& platform) {
+    m.plan.lines.reserve(size_t(std::max<int32_t>(m.maxZeilen, 0)) + 8);
+    ListPlanner planner(m, window, platform);
+    if (!planner.PlanRows(int64_t(m.maxZeilen) + 1)) return false;
+    planner.Finish();
     return true;
 }
 

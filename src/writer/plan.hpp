@@ -3,6 +3,7 @@
 // notes are kept, where the generated comment lines go, decided from the copy tables and the
 // options; and the fields of each event line as values.
 
+#include <memory>
 #include <string_view>
 
 #include "document/document.hpp"
@@ -24,6 +25,28 @@ struct EventFields {
     std::string_view sourceOut;
     std::string_view recordIn;
     std::string_view recordOut;
+};
+
+// Plans the new list into m.plan a stretch of rows at a time, for a caller that writes the
+// planned lines out as they come and then empties the plan (its lines go on counting): the whole
+// plan is never held. The same decisions as PlanList.
+class ListPlanner {
+public:
+    // The header planned, the writer's section of the report emptied.
+    ListPlanner(Document& m, const MainWindowState& window, Platform& platform);
+    ~ListPlanner();
+    ListPlanner(const ListPlanner&) = delete;
+    ListPlanner& operator=(const ListPlanner&) = delete;
+
+    // Plans up to `rows` more rows; false when the platform asked it to stop.
+    bool PlanRows(int64_t rows);
+    bool Done() const noexcept;  // every row is planned
+    // The closing lines and the report's items of the whole list.
+    void Finish();
+
+private:
+    struct State;
+    std::unique_ptr<State> s_;
 };
 
 // Plans the whole new list into m.plan under the options and entry fields of the window, and

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "text/encodings.hpp"
 #include "text/text.hpp"
 #include "vocabulary/vocabulary.hpp"
 #include "writer/plan.hpp"
@@ -297,6 +298,34 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
     // A fresh rendering always counts as unsaved.
     m.isModified = true;
     PunktImPunkt(m, platform);
+}
+
+SavedListWriter::SavedListWriter(std::function<bool(std::string_view)> write) : write_(std::move(write)) {
+    text_.reserve(kPiece + 256);
+    saved_.reserve(kPiece + kPiece / 8);
+}
+
+bool SavedListWriter::Add(const Document& m, const PlannedLine* from, const PlannedLine* to) {
+    for (const PlannedLine* l = from; l != to; ++l) {
+        WriteLine(m, *l, text_, reelField_, nullptr);
+        // Whole lines go out at a time: no piece ends inside a line or a character.
+        if (text_.size() >= kPiece && !Flush()) return false;
+    }
+    return true;
+}
+
+bool SavedListWriter::Flush() {
+    if (text_.empty()) return true;
+    saved_.clear();
+    AppendListForSaving(saved_, text_);
+    text_.clear();
+    return write_(saved_);
+}
+
+bool WritePlanForSaving(const Document& m, const std::function<bool(std::string_view)>& write) {
+    SavedListWriter writer(write);
+    const std::vector<PlannedLine>& lines = m.plan.lines;
+    return writer.Add(m, lines.data(), lines.data() + lines.size()) && writer.Flush();
 }
 
 std::string PlannedText(const Document& m, const PlannedLine* from, const PlannedLine* to) {

@@ -5,7 +5,9 @@
 #include <algorithm>
 
 #include "fixtures.hpp"
+#include "generate.hpp"
 #include "vocabulary/vocabulary.hpp"
+#include "writer/plan.hpp"
 #include "writer/writer.hpp"
 
 namespace vornelt::testing {
@@ -382,6 +384,50 @@ TEST(CommentOrder, ThreeLinesComeBackInTheirOrder) {
         {"", ""},
     };
     for (const auto& [in, out] : cases) EXPECT_EQ(SortCommentLine(in), out) << in;
+}
+
+}  // namespace
+}  // namespace vornelt::testing
+
+namespace vornelt::testing {
+namespace {
+
+class PlannerTest : public Fixture {};
+
+// Planned a few rows at a time, with the plan emptied between the stretches as the converter
+// does, the lines are those of the plan made whole, numbered alike.
+TEST_F(PlannerTest, AStretchAtATimeGivesTheWholePlansLines) {
+    const std::string list = bench::GenerateList({300, false, bench::Shape::Mixed, 5});
+    for (const bool mirror : {true, false}) {
+        SCOPED_TRACE(mirror ? "mirror" : "no mirror");
+        w().Chb_Mirror.Value = mirror;
+        w().Chb_RemoveSpeedChanges.Value = !mirror;
+        Load(list);
+        ASSERT_TRUE(PlanList(m(), w(), platform));
+        const std::vector<PlannedLine>& lines = m().plan.lines;
+        const std::string whole = PlannedText(m(), lines.data(), lines.data() + lines.size());
+        const uint32_t count = m().plan.lineCount;
+        for (const int64_t stretch : {1, 2, 3, 7, 64, 5000}) {
+            std::string text;
+            std::vector<uint32_t> numbers;
+            const auto take = [&] {
+                text += PlannedText(m(), lines.data(), lines.data() + lines.size());
+                for (const PlannedLine& l : lines) numbers.push_back(l.line);
+                m().plan.lines.clear();
+                m().plan.comments.clear();
+            };
+            ListPlanner planner(m(), w(), platform);
+            while (!planner.Done()) {
+                ASSERT_TRUE(planner.PlanRows(stretch));
+                take();
+            }
+            planner.Finish();
+            take();
+            EXPECT_EQ(text, whole) << stretch;
+            EXPECT_EQ(m().plan.lineCount, count) << stretch;
+            EXPECT_TRUE(std::is_sorted(numbers.begin(), numbers.end())) << stretch;
+        }
+    }
 }
 
 }  // namespace
