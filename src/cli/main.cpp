@@ -1,4 +1,5 @@
 #include <csignal>
+#include <cstdio>
 #include <iostream>
 
 #if defined(__GLIBC__)
@@ -6,8 +7,14 @@
 #endif
 
 #include "convert.hpp"
+#include "vornelt/processor.hpp"
 
 int main(int argc, char** argv) {
+    if (const char* missing = vornelt::MissingProcessorFeature()) {
+        std::fprintf(stderr, "vornelt-convert: this processor lacks the %s instruction, which Vornelt needs\n",
+                     missing);
+        return 1;
+    }
 #if defined(__GLIBC__)
     // Blocks of half a megabyte and more (the tables of a long list) are mapped and given back
     // whole when freed. glibc would otherwise raise this bound as the tables grow and keep the

@@ -11,6 +11,7 @@
 
 #include "vornelt/convert.hpp"
 #include "vornelt/files.hpp"
+#include "vornelt/processor.hpp"
 
 namespace py = pybind11;
 
@@ -337,6 +338,9 @@ PYBIND11_MODULE(vornelt, m) {
     using namespace vornelt;
     using namespace vornelt::python;
     namespace py = pybind11;
+    if (const char* missing = MissingProcessorFeature())
+        throw py::import_error(std::string("vornelt: this processor lacks the ") + missing +
+                               " instruction, which Vornelt needs");
     m.doc() = "Vornelt: edit decision lists (CMX 3600 or GVG) converted as the Vornelt window saves them.";
     m.attr("__version__") = VORNELT_VERSION_STRING;
 

@@ -5,6 +5,9 @@
 
 #include "ui/qt/app_shell.hpp"
 #include "ui/qt/qt_util.hpp"
+#include "vornelt/processor.hpp"
+
+#include <cstdio>
 
 namespace {
 
@@ -27,6 +30,10 @@ protected:
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (const char* missing = vornelt::MissingProcessorFeature()) {
+        std::fprintf(stderr, "vornelt: this processor lacks the %s instruction, which Vornelt needs\n", missing);
+        return 1;
+    }
     Application app(argc, argv);
     Application::setApplicationName(QStringLiteral("Vornelt"));
     Application::setApplicationVersion(QStringLiteral(VORNELT_VERSION_STRING));
