@@ -5,6 +5,7 @@
 #include "writer/plan.hpp"
 
 #include <algorithm>
+#include <array>
 
 #include "text/text.hpp"
 #include "vocabulary/vocabulary.hpp"
@@ -165,6 +166,32 @@ void UpdateMirrorReels(Document& m) {
     r.chains = m.cleanClipReelName.Changes().Now();
 }
 
+// The sorted form of the comment blocks last met. A list repeats a few blocks over and over
+// (the same effects, the same movie), so the sorting of a block is looked up before it is done.
+class SortedBlocks {
+public:
+    void Append(std::string& out, std::string_view block) {
+        for (Entry& e : entries_)
+            if (e.block == block) {
+                out.append(e.sorted);
+                return;
+            }
+        Entry& e = entries_[next_];
+        next_ = (next_ + 1) % entries_.size();
+        e.block.assign(block);
+        e.sorted.clear();
+        AppendSortedCommentLine(e.sorted, block);
+        out.append(e.sorted);
+    }
+
+private:
+    struct Entry {
+        std::string block, sorted;
+    };
+    std::array<Entry, 8> entries_;
+    size_t next_ = 0;
+};
+
 // Lines are added one after the other, each numbered as it comes.
 class Lines {
 public:
@@ -237,6 +264,7 @@ struct ListPlanner::State {
     PlanOptions o;
     Lines lines;
     CommentBlock block;
+    SortedBlocks sorted;
     std::vector<ChangeItem>& report;
     bool record = false;
     int64_t next = 2;  // the next row to plan
@@ -306,7 +334,7 @@ bool ListPlanner::PlanRows(int64_t rows) {
                         const size_t begin = plan.comments.size();
                         // Only a block of three lines is sorted; sorting keeps the number of lines.
                         if (block.LineEnds() == 3)
-                            AppendSortedCommentLine(plan.comments, block.Text());
+                            st.sorted.Append(plan.comments, block.Text());
                         else
                             plan.comments.append(block.Text());
                         plan.comments.push_back(kCR);
