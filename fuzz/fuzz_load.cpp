@@ -41,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     // that did not change copied from the list before) and checked against a whole rendering.
     QuietPlatform platform;
     Session s(platform);
-    s.document.frameRateTmp = double(o.fps);
+    s.document.frameRateTmp = o.fps;
     LoadListBytes(s, bytes, FolderItem("fuzz.edl"), false);
     Document& m = s.document;
     uint32_t clicks = uint32_t(rateByte) << 8 | options;

@@ -22,7 +22,7 @@ struct ErrorStatus {
     };
     Outcome outcome = Outcome::Ok;
     int systemError = 0;  // the system's error number, where it gave one
-    std::string details;  // for a person: "frame rate 29: Vornelt reads 24, 25 or 30 frames per second"
+    std::string details;  // for a person: "frame rate 29: Vornelt reads 23.976, 24, ... or 60 frames per second"
 
     bool ok() const noexcept { return outcome == Outcome::Ok; }
 };

@@ -28,6 +28,7 @@ enum class ChangeKind : uint8_t {
     // The check of the list as read.
     ImpossibleTimecode,
     DropFrameAtRate,
+    NonDropFrameAtRate,
     RecordBackwards,
     RecordOverlap,
     SourceOutBeforeIn,
@@ -71,6 +72,8 @@ inline constexpr Row kRows[] = {
     {ChangeKind::ImpossibleTimecode, "impossible-timecode", "Timecodes that cannot exist at this frame rate",
      Severity::Warning},
     {ChangeKind::DropFrameAtRate, "drop-frame-at-rate", "Drop frame list read as non-drop frame", Severity::Warning},
+    {ChangeKind::NonDropFrameAtRate, "non-drop-frame-at-rate", "Non-drop frame list read as drop frame",
+     Severity::Warning},
     {ChangeKind::RecordBackwards, "record-backwards", "Record times that run backwards", Severity::Warning},
     {ChangeKind::RecordOverlap, "record-overlap", "Record times that overlap on one track", Severity::Warning},
     {ChangeKind::SourceOutBeforeIn, "source-out-before-in", "Source out before source in", Severity::Warning},

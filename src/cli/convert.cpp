@@ -85,7 +85,7 @@ void ApplyChoices(Options& o) {
 std::string Help() {
     using Rows = std::vector<std::pair<std::string, std::string>>;
     const Rows rows = {
-        {"--fps RATE", "frame rate of the list: " + FrameRate::Names() + " (lists do not say)"},
+        {"--fps RATE", "frame rate of the list (lists do not say): " + FrameRate::Names() + "; df: drop frame"},
         {"-o, --output OUTPUT", "the file, '-' for standard output, or a folder (several inputs)"},
         {"", "[default: beside each input, under its suggested name]"},
     };
@@ -120,8 +120,10 @@ std::string Help() {
         {"-h, --help", "this help"},
         {"--version", "the version"},
     };
-    // A flag longer than the column stands on a line of its own, its text below it.
+    // A flag longer than the column stands on a line of its own, its text below it; a text
+    // longer than a line goes on below itself, broken at a blank.
     constexpr size_t kColumn = 24;
+    constexpr size_t kTextWidth = 72;
     std::string out =
         "Usage: vornelt-convert INPUT... --fps RATE [-o OUTPUT] [options]\n"
         "Converts edit decision lists (CMX 3600 or GVG) as the Vornelt window would save them.\n";
@@ -133,7 +135,13 @@ std::string Help() {
                 out.append("\n").append(kColumn, ' ');
             else
                 out.append(kColumn - 2 - left.size(), ' ');
-            out.append(right).append("\n");
+            std::string_view text = right;
+            while (text.size() > kTextWidth && text.rfind(' ', kTextWidth) != std::string_view::npos) {
+                const size_t cut = text.rfind(' ', kTextWidth);
+                out.append(text.substr(0, cut)).append("\n").append(kColumn, ' ');
+                text.remove_prefix(cut + 1);
+            }
+            out.append(text).append("\n");
         }
     };
     section("Where the lists go:", rows);

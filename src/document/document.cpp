@@ -89,6 +89,7 @@ void ResetGlobalVariables_NEU(Document& m, const MainWindowState& w) {
     // answer given.
     m.frameRate = FrameRate();
     m.dropFrame = false;
+    m.frameSeparator = ':';
     m.maxZeilen = 0;
     m.finalCMXString = std::make_shared<const std::string>();
     m.renderedList.reset();

@@ -122,6 +122,9 @@ struct ListValues {
     int32_t maxZeilen = 0;
     FrameRate frameRate;  // the rate of the list, copied from the question's answer by the load
     bool dropFrame = false;
+    // What the list's timecodes have before their frames (":", or ";" in drop frame): the
+    // timecodes Vornelt writes from a frame count take it too.
+    char frameSeparator = ':';
     FrameRate frameRateTmp;  // the frame-rate question's answer
     bool dropFrameTmp = false;
     FrameRate prefDefaultFrameRate;  // the row the question opens on
@@ -139,6 +142,9 @@ struct ListValues {
     int32_t TimeLineEndFrame = 0;
     bool isModified = false;
     bool dbCreated = false;
+
+    // A frame number as a timecode at the list's rate, in the list's own style.
+    std::string Timecode(int32_t frames) const { return frameRate.Timecode(frames, frameSeparator); }
 };
 
 // The option flags: mirrors of the check boxes for the logic.

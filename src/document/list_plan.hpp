@@ -15,7 +15,7 @@ namespace vornelt {
 
 enum class LineKind : uint8_t {
     Title,          // "TITLE: ..." (CMX) or the title alone (GVG)
-    FrameCodeMode,  // "FCM: NON-DROP FRAME" (CMX) or "SMPTE FRAME CODE" (GVG)
+    FrameCodeMode,  // "FCM: NON-DROP FRAME" or "FCM: DROP FRAME" (CMX), "SMPTE FRAME CODE" (GVG)
     Blank,          // the empty line behind the header
     Comments,       // generated comment lines, one or more
     Event,          // an event line of 78 characters, written from its row's fields
@@ -58,6 +58,7 @@ struct ListPlan {
     PlanOptions options;
     std::string title;       // the sequence title
     std::string masterReel;  // the reel every event line of a mirror list carries; "" for none
+    bool dropFrame = false;  // the list is read at a drop-frame rate
     std::vector<PlannedLine> lines;
     std::string comments;    // the texts of the comment lines
     uint32_t lineCount = 0;  // the lines of the new list

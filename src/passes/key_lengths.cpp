@@ -40,8 +40,8 @@ void CheckBSpurClipLenghts(Document& m, Platform& platform) {
         m.copySourceOutFrame.set(i, AddFrames(m.copySourceInFrame[i], d));
         m.copyRecOutFrame.set(i, AddFrames(m.copyRecInFrame[i], d));
 
-        m.copySourceOutTC.set(i, m.frameRate.Timecode(m.copySourceOutFrame[i]));
-        m.copyRecOutTC.set(i, m.frameRate.Timecode(m.copyRecOutFrame[i]));
+        m.copySourceOutTC.set(i, m.Timecode(m.copySourceOutFrame[i]));
+        m.copyRecOutTC.set(i, m.Timecode(m.copyRecOutFrame[i]));
         if (m.report.recording)
             report.push_back({ChangeKind::KeyOutPoint, int32_t(i), m.copyEventNumberInt[i], d,
                               std::string(m.readOrigRecOutTC.Get(int64_t(i))),

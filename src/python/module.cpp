@@ -82,7 +82,7 @@ py::list ReportItems(const ConvertReport& report) {
 // A Python value's type, for a message: "NoneType".
 std::string TypeName(const py::handle& value) { return py::str(py::type::handle_of(value).attr("__name__")); }
 
-// Python's fps: a number (25) or a rate's name ("25").
+// Python's fps: a number (25, 29.97: a non-drop rate) or a rate's name ("25", "29.97df").
 FrameRate RateOf(const py::handle& fps) {
     ErrorStatus error;
     std::optional<FrameRate> rate;
@@ -393,8 +393,11 @@ PYBIND11_MODULE(vornelt, m) {
          "Converts one list as the Vornelt window would save it.\n\n"
          "data: the list's bytes (bytes, bytearray, memoryview; at most 256 MiB), or a path (str or\n"
          "    os.PathLike) to read.\n"
-         "fps: the list's frame rate, " +
-         rates + " (a number, or its name as a str): lists do not say.\n" + KeywordHelp() +
+         "fps: the list's frame rate, which lists do not say: " +
+         rates + ", as a str or a number.\n" +
+         "    A number names a non-drop rate (29.97 is \"29.97\", counted as 30 is); drop frame is named only:\n"
+         "    \"29.97df\", \"59.94df\".\n" +
+         KeywordHelp() +
          "name: the list's file name, as the window shows it; a path's own name when a path is given.\n\n"
          "Returns a Result. Raises ValueError for options the list cannot take, TypeError for a value of the\n"
          "wrong type, OSError (with errno) for a file that cannot be read. The list is converted without the\n"

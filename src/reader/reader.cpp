@@ -61,6 +61,7 @@ struct EventFields {
 // Cuts counted in characters; on an ASCII line a character is a byte.
 struct Cutter {
     bool ascii;
+    bool dropFrame;  // a drop-frame rate: ";" before the frames is a timecode's too
     int64_t Length(std::string_view s) const { return ascii ? int64_t(s.size()) : Len(s); }
     std::string_view RightPart(std::string_view s, int64_t n) const {
         if (!ascii) return Right(s, n);
@@ -82,10 +83,12 @@ struct Cutter {
         }
         return InStr(s, " ");
     }
-    // A candidate of exactly 11 characters with colons at positions 3, 6 and 9.
+    // A candidate of exactly 11 characters with colons at positions 3, 6 and 9; at a drop-frame
+    // rate a semicolon at position 9 will do.
     bool IsTimecode(std::string_view c) const {
-        if (ascii) return c.size() == 11 && c[8] == ':' && c[5] == ':' && c[2] == ':';
-        return Len(c) == 11 && InStr(9, c, ":") == 9 && InStr(6, c, ":") == 6 && InStr(3, c, ":") == 3;
+        if (ascii) return c.size() == 11 && (c[8] == ':' || (dropFrame && c[8] == ';')) && c[5] == ':' && c[2] == ':';
+        return Len(c) == 11 && (InStr(9, c, ":") == 9 || (dropFrame && InStr(9, c, ";") == 9)) &&
+               InStr(6, c, ":") == 6 && InStr(3, c, ":") == 3;
     }
     // Takes a token off the front of s: up to the first blank, trimmed; s loses as many
     // characters as the token has and is trimmed. Without a blank the token is empty.
@@ -99,9 +102,8 @@ struct Cutter {
 
 // The event line grammar, read from the right: four timecodes, then the tokens from the
 // left. `d` is the trimmed line and ends as the scratch text of the row.
-bool ReadEventLine(std::string_view& d, bool ascii, EventFields& f, bool& isGrassValley) {
+bool ReadEventLine(std::string_view& d, const Cutter& cut, EventFields& f, bool& isGrassValley) {
     f = EventFields{};
-    const Cutter cut{ascii};
     std::string_view* codes[4] = {&f.recOut, &f.recIn, &f.sourceOut, &f.sourceIn};
     for (std::string_view* code : codes) {
         std::string_view candidate = cut.RightPart(d, 11);
@@ -174,6 +176,8 @@ void ReadRows(Document& m, ReadContext& c, RowCheck* check) {
     };
 
     const FrameRate rate = m.frameRate;
+    const bool dropFrame = rate.DropFrame();
+    bool styleFound = false;  // the list's separator before the frames, from its first event
     EventFields f;
     for (int32_t i = 0; i <= m.maxZeilen; ++i) {
         // A conversion asked to stop ends here, between two rows.
@@ -183,7 +187,7 @@ void ReadRows(Document& m, ReadContext& c, RowCheck* check) {
         // The reader's scratch of the line, `dummyReadZeile`: what remains of it once the
         // timecodes are cut off. Nothing reads it after the line is read.
         std::string_view dummyReadZeile = line;
-        if (!ReadEventLine(dummyReadZeile, ascii, f, m.IsGrassValley)) {
+        if (!ReadEventLine(dummyReadZeile, Cutter{ascii, dropFrame}, f, m.IsGrassValley)) {
             ++fills;
             if (check) check->Check({i, line, ascii, {}, {}, {}, -1, {}, {}, {}, {}, -1, -1, -1, -1});
             ShowProgress(c, i, m.maxZeilen);
@@ -191,6 +195,11 @@ void ReadRows(Document& m, ReadContext& c, RowCheck* check) {
             continue;
         }
         addFills();
+        if (!styleFound) {
+            // The ninth character of the record out: a colon, or at a drop-frame rate maybe not.
+            m.frameSeparator = (ascii ? f.recOut.substr(8, 1) : Mid(f.recOut, 9, 1)) == ";" ? ';' : ':';
+            styleFound = true;
+        }
 
         m.readOrigRecOutTC.push_back(f.recOut);
         m.readOrigRecInTC.push_back(f.recIn);
@@ -305,14 +314,15 @@ void ReadHeader(Document& m, ReadContext& c) {
 
     if (!m.IsGrassValley) {
         // This scan settles the frame mode for good, whatever the FCM line said: a CMX list
-        // is read and shown as non-drop. It stands after the FCM scan on purpose.
+        // is read and shown as the rate answered counts it, non-drop at every rate but the
+        // drop-frame ones. It stands after the FCM scan on purpose.
         // Every row sets the same values, so they are set once; the rows still give way to the
         // event loop one by one.
         MainWindowState& w = c.window;
         if (m.maxZeilen >= 0) {
-            m.dropFrame = false;
-            m.ZeileZwei = "FCM: NON-DROP FRAME";
-            w.ST_FCM.Text = "Non-Drop Frame";
+            m.dropFrame = m.frameRate.DropFrame();
+            m.ZeileZwei = m.dropFrame ? "FCM: DROP FRAME" : "FCM: NON-DROP FRAME";
+            w.ST_FCM.Text = m.dropFrame ? "Drop Frame" : "Non-Drop Frame";
             m.indexStart = m.maxZeilen + 1;
         }
         for (int32_t i = 0; i <= m.maxZeilen; ++i) platform.Yield();

@@ -16,23 +16,29 @@ int Digits2(std::string_view tc, size_t at) {
     return a > 9 || b > 9 ? -1 : int(a * 10 + b);
 }
 
-// A timecode that can exist at `fps` frames of timecode per second: the one test made on every
-// timecode.
-bool CanExist(std::string_view tc, int fps) {
+// A timecode that can exist at the rate: the one test made on every timecode. Drop frame skips
+// the first `Dropped()` frame numbers of every minute but the tenth.
+bool CanExist(std::string_view tc, FrameRate rate) {
     if (tc.size() != 11) return false;
     const int minutes = Digits2(tc, 3), seconds = Digits2(tc, 6), frames = Digits2(tc, 9);
     return Digits2(tc, 0) >= 0 && minutes >= 0 && minutes < 60 && seconds >= 0 && seconds < 60 && frames >= 0 &&
-           frames < fps;
+           frames < rate.TimecodeFps() && (seconds != 0 || frames >= rate.Dropped() || minutes % 10 == 0);
 }
 
-// Why a timecode of the list cannot exist at `fps` frames per second.
-std::string WhyImpossible(std::string_view tc, int fps) {
+// Why a timecode of the list cannot exist at the rate.
+std::string WhyImpossible(std::string_view tc, FrameRate rate) {
     if (tc.size() != 11) return "not HH:MM:SS:FF";
     const int hours = Digits2(tc, 0), minutes = Digits2(tc, 3), seconds = Digits2(tc, 6), frames = Digits2(tc, 9);
     if (hours < 0 || minutes < 0 || seconds < 0 || frames < 0) return "a field that is no number";
     if (minutes >= 60) return "minute " + std::to_string(minutes);
     if (seconds >= 60) return "second " + std::to_string(seconds);
-    if (frames >= fps) return "frame " + std::to_string(frames);
+    if (frames >= rate.TimecodeFps()) return "frame " + std::to_string(frames);
+    if (frames < rate.Dropped()) {
+        std::string why = "frame ";
+        return why.append(tc.substr(9, 2))
+            .append(", which drop frame skips at the start of minute ")
+            .append(tc.substr(3, 2));
+    }
     return {};
 }
 
@@ -89,14 +95,23 @@ void RowCheck::Check(const Line& l) {
 
     if (l.number.empty()) {
         // A list that counts drop frame, by its FCM line or by its timecodes (";" before the
-        // frames), read at a rate that counts none: said once.
-        if (!rate_.DropFrame() && !dropFrameSaid_) {
-            if (BeginsCI(l.text, "FCM:") && InStr(l.text, "DROP") > 0 && InStr(l.text, "NON") == 0) {
-                items_.push_back({ChangeKind::DropFrameAtRate, l.row, -1, 0, std::string(Trim(Mid(l.text, 5))), {}});
-                dropFrameSaid_ = true;
-            } else if (const std::string_view tc = DropFrameTimecode(l.text); !tc.empty()) {
+        // frames), read at a rate that counts none, or a list that says non-drop frame read at a
+        // rate that counts drop frame: said once.
+        if (!frameModeSaid_) {
+            const bool fcm = BeginsCI(l.text, "FCM:") && InStr(l.text, "DROP") > 0;
+            const bool nonDrop = fcm && InStr(l.text, "NON") > 0;
+            if (fcm && nonDrop == rate_.DropFrame()) {
+                items_.push_back({nonDrop ? ChangeKind::NonDropFrameAtRate : ChangeKind::DropFrameAtRate,
+                                  l.row,
+                                  -1,
+                                  0,
+                                  std::string(Trim(Mid(l.text, 5))),
+                                  {}});
+                frameModeSaid_ = true;
+            } else if (const std::string_view tc = rate_.DropFrame() ? std::string_view() : DropFrameTimecode(l.text);
+                       !tc.empty()) {
                 items_.push_back({ChangeKind::DropFrameAtRate, l.row, -1, 0, std::string(tc), {}});
-                dropFrameSaid_ = true;
+                frameModeSaid_ = true;
             }
         }
         // A GVG list's first line with text is its title: that line leaves again in Finish.
@@ -106,9 +121,9 @@ void RowCheck::Check(const Line& l) {
     }
 
     for (const std::string_view code : {l.sourceIn, l.sourceOut, l.recordIn, l.recordOut}) {
-        if (!CanExist(code, rate_.TimecodeFps())) {
-            items_.push_back({ChangeKind::ImpossibleTimecode, l.row, l.event, 0, std::string(code),
-                              WhyImpossible(code, rate_.TimecodeFps())});
+        if (!CanExist(code, rate_)) {
+            items_.push_back(
+                {ChangeKind::ImpossibleTimecode, l.row, l.event, 0, std::string(code), WhyImpossible(code, rate_)});
             break;
         }
     }

@@ -48,7 +48,7 @@ private:
     Document& m_;
     std::vector<ChangeItem>& items_;
     FrameRate rate_;
-    bool dropFrameSaid_ = false;
+    bool frameModeSaid_ = false;  // a word on the frame count mode is said once
     std::vector<TrackEnd> tracks_;
     // The first line of each name longer than the narrower form takes, and those names.
     std::vector<LongReel> longReels_;

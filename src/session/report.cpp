@@ -140,7 +140,7 @@ int ConvertReport::Changes() const noexcept { return CountOf(*this, Severity::Ch
 int ConvertReport::Warnings() const noexcept { return CountOf(*this, Severity::Warning); }
 
 std::string FormatReport(const ConvertReport& r, std::string_view name) {
-    std::string out = "What changed in " + std::string(name) + " (" + std::string(r.fps.Name()) + " fps, " +
+    std::string out = "What changed in " + std::string(name) + " (" + std::string(r.fps.Title()) + ", " +
                       std::string(FormName(r.form)) + "): " + std::to_string(r.Changes()) + " changes, " +
                       std::to_string(r.Warnings()) + " warnings\n";
     for (const ReportCount& c : r.counts) {

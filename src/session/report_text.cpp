@@ -26,7 +26,7 @@ std::string ChainSource(const ChangeItem& item, const Document& m) {
         if (row < m.copySourceInFrame.size()) in = std::min(in, m.copySourceInFrame[row]);
         if (row < m.copySourceOutFrame.size()) out = std::max(out, m.copySourceOutFrame[row]);
     }
-    return m.frameRate.Timecode(in) + " to " + m.frameRate.Timecode(out);
+    return m.Timecode(in) + " to " + m.Timecode(out);
 }
 
 // What the mirror list shows of a chain whose lines are on black or auxiliary reels: those
@@ -85,23 +85,45 @@ std::string Quoted(std::string_view s) {
     return quoted.append(1, '"').append(s).append(1, '"');
 }
 
+// The rates that count timecode as `rate` does with drop frame or without it, for a sentence:
+// "29.97 fps drop frame (29.97df)"; when none does, every rate that counts it so.
+std::string RatesThatKeep(FrameRate rate, bool dropFrame) {
+    std::string same, any;
+    for (const FrameRate r : FrameRate::All()) {
+        if (r.DropFrame() != dropFrame) continue;
+        std::string text(r.Title());
+        text.append(" (").append(r.Name()).append(")");
+        if (r.TimecodeFps() == rate.TimecodeFps()) same.append(same.empty() ? "" : " or ").append(text);
+        any.append(any.empty() ? "" : " or ").append(text);
+    }
+    return same.empty() ? any : same;
+}
+
 // A list that says drop frame, read at a rate that counts none.
 std::string DropFrameText(const ChangeItem& item, FrameRate rate) {
-    std::string text = "The list says " + Quoted(item.before) + ", but was read at " + std::string(rate.Name()) +
-                       " fps non-drop frame: the new list says NON-DROP FRAME, and an online system reads its "
-                       "timecodes as non-drop frame, up to 3.6 seconds per hour away from the cut.";
-    std::string dropRates;
-    for (const FrameRate r : FrameRate::All())
-        if (r.DropFrame()) dropRates += std::string(dropRates.empty() ? "" : " or ") + std::string(r.Title());
-    return text + (dropRates.empty() ? " Vornelt reads no drop-frame rate."
-                                     : " Read it at " + dropRates + " to keep it drop frame.");
+    std::string text = "The list says " + Quoted(item.before);
+    text.append(", but was read at ").append(rate.Title());
+    text.append(
+        " non-drop frame: the new list says NON-DROP FRAME, and an online system reads its timecodes as "
+        "non-drop frame, up to 3.6 seconds per hour away from the cut.");
+    return text.append(" Read it at ").append(RatesThatKeep(rate, true)).append(" to keep it drop frame.");
+}
+
+// A list that says non-drop frame, read at a rate that counts drop frame.
+std::string NonDropFrameText(const ChangeItem& item, FrameRate rate) {
+    std::string text = "The list says " + Quoted(item.before);
+    text.append(", but was read at ").append(rate.Title());
+    text.append(
+        ": the new list says DROP FRAME, and its timecodes were counted in drop frame, up to 3.6 seconds per "
+        "hour away from the cut. Read it at ");
+    return text.append(RatesThatKeep(rate, false)).append(" to keep it non-drop frame.");
 }
 
 }  // namespace
 
 std::string ItemText(const ChangeItem& item, const Document& m) {
     const std::string event = "Event " + std::to_string(item.event);
-    const std::string fps = std::string(m.frameRate.Name()) + " fps";
+    const std::string fps(m.frameRate.Title());
     switch (item.kind) {
         case ChangeKind::KeyOutPoint:
             return event + ": key of length zero given the length of the line before, record out " + item.before +
@@ -138,6 +160,7 @@ std::string ItemText(const ChangeItem& item, const Document& m) {
             return event + ": timecode " + item.before + " cannot exist at " + fps + " (" + item.after +
                    "): was the frame rate answered right?";
         case ChangeKind::DropFrameAtRate: return DropFrameText(item, m.frameRate);
+        case ChangeKind::NonDropFrameAtRate: return NonDropFrameText(item, m.frameRate);
         case ChangeKind::RecordBackwards:
             return event + ": record out " + item.after + " stands before record in " + item.before;
         case ChangeKind::RecordOverlap:

@@ -236,12 +236,13 @@ struct ListPlanner::State {
         plan.options = o;
         plan.title = m.newSeqTitle;
         plan.masterReel = m.newReelName;
+        plan.dropFrame = m.frameRate.DropFrame();
         plan.lines.clear();
         plan.comments.clear();
         plan.lineCount = 0;
 
-        // 2. The header of the form. The second line is a constant of the form: a list read as
-        // drop frame still says NON-DROP FRAME.
+        // 2. The header of the form. A CMX list's second line says the rate's frame count mode,
+        // whatever the list's own FCM line said; a GVG list's is a constant of the form.
         lines.Add(LineKind::Title, 0);
         lines.Add(LineKind::FrameCodeMode, 1);
         lines.Add(LineKind::Blank, 1);

@@ -220,7 +220,10 @@ void WriteLine(const Document& m, const PlannedLine& l, std::string& out, std::s
             out.append(plan.title).push_back(kCR);
             break;
         case LineKind::FrameCodeMode:
-            out.append(gvg ? "SMPTE FRAME CODE" : "FCM: NON-DROP FRAME").push_back(kCR);
+            out.append(gvg              ? "SMPTE FRAME CODE"
+                       : plan.dropFrame ? "FCM: DROP FRAME"
+                                        : "FCM: NON-DROP FRAME")
+                .push_back(kCR);
             break;
         case LineKind::Blank: out.push_back(kCR); break;
         case LineKind::Comments: out.append(std::string_view(plan.comments).substr(l.begin, l.end - l.begin)); break;

@@ -190,7 +190,11 @@ TEST_F(Convert, EdgesOfTheCommandLine) {
     // The arguments, the exit status, what the error stream says.
     const std::tuple<std::vector<std::string>, int, const char*> cases[] = {
         {{in}, 2, "--fps is required"},
-        {{in, "--fps", "26"}, 2, "frame rate 26: Vornelt reads 24, 25 or 30 frames per second"},
+        {{in, "--fps", "26"},
+         2,
+         "frame rate 26: Vornelt reads 23.976, 24, 25, 29.97, 29.97df, 30, 48, 50, 59.94, 59.94df or 60 frames per "
+         "second"},
+        {{in, "--fps", "29.97 df"}, 2, "frame rate 29.97 df: Vornelt reads"},
         {{"--fps", "25"}, 2, "INPUT is required"},
         {{in, "--fp", "25"}, 2, "unknown option --fp"},
         {{in, "--fps", "25", "--mirr"}, 2, "unknown option --mirr"},  // no abbreviations
@@ -222,6 +226,38 @@ TEST_F(Convert, EdgesOfTheCommandLine) {
     full.setstate(std::ios::badbit);
     const char* help[] = {"vornelt-convert", "--help"};
     EXPECT_EQ(ConvertMain(2, help, full, err), 1);
+}
+
+// A drop-frame list at a drop-frame rate says so in its new list and counts its frames in drop
+// frame: event 5's key runs over 00:01:00, where two frame numbers are skipped, and its out
+// points are written as the list writes its timecodes. Read non-drop, the same key ends two
+// frames sooner. Every rate of the table is a name --fps takes.
+TEST_F(Convert, DropFrameListsSayDropFrameAndCountIt) {
+    std::string list = testing::TestData("rates_2997df.edl");
+    const std::string semicolons = Write("semicolons.edl", list);
+    std::replace(list.begin(), list.end(), ';', ':');
+    const std::string colons = Write("colons.edl", list);
+    // The list, the rate, the second line of the new list, the key's line.
+    const std::tuple<std::string, const char*, const char*, const char*> cases[] = {
+        {semicolons, "29.97df", "FCM: DROP FRAME",
+         "005 TAPE5    V        K        05:00:00;00 05:00:01;08 00:00:59;06 00:01:00;16"},
+        {colons, "29.97DF", "FCM: DROP FRAME",
+         "005 TAPE5    V        K        05:00:00:00 05:00:01:08 00:00:59:06 00:01:00:16"},
+        {colons, "29.97", "FCM: NON-DROP FRAME",
+         "005 TAPE5    V        K        05:00:00:00 05:00:01:08 00:00:59:06 00:01:00:14"},
+        {colons, "30", "FCM: NON-DROP FRAME",
+         "005 TAPE5    V        K        05:00:00:00 05:00:01:08 00:00:59:06 00:01:00:14"},
+    };
+    for (const auto& [input, fps, fcm, key] : cases) {
+        SCOPED_TRACE(fps);
+        ASSERT_EQ(Run({input, "--fps", fps, "--no-mirror", "-o", "-"}), 0) << err.str();
+        EXPECT_THAT(out.str(), HasSubstr(std::string("\r\n") + fcm + "\r\n"));
+        EXPECT_THAT(out.str(), HasSubstr(std::string("\r\n") + key + "\r\n"));
+    }
+    for (const FrameRate rate : FrameRate::All()) {
+        ASSERT_EQ(Run({colons, "--fps", std::string(rate.Name()), "-o", "-"}), 0) << rate.Name();
+        EXPECT_THAT(out.str(), HasSubstr(rate.DropFrame() ? "\r\nFCM: DROP FRAME\r\n" : "\r\nFCM: NON-DROP FRAME\r\n"));
+    }
 }
 
 // Every real list of the corpus converts and is reported on under the default options and

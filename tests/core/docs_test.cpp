@@ -9,6 +9,7 @@
 
 #include "cli/convert.hpp"
 #include "core/fixtures.hpp"
+#include "vornelt/frame_rate.hpp"
 #include "vornelt/options.hpp"
 
 namespace vornelt {
@@ -54,6 +55,28 @@ TEST(Docs, ReadmeAndManualSayWhatTheOptionsTableSays) {
         << help.str();
     EXPECT_THAT(Source("docs/manual.md"), HasSubstr(ManualTable())) << "the manual's table of options:\n"
                                                                     << ManualTable();
+}
+
+// The manual's table of the rates, as the rate table gives it.
+std::string ManualRates() {
+    std::string out =
+        "| In the frame-rate question | `--fps`, Python's `fps` | Timecode |\n"
+        "|---|---|---|\n";
+    for (const FrameRate rate : FrameRate::All()) {
+        out.append("| ").append(rate.Label()).append(" | `").append(rate.Name()).append("` | ");
+        out.append(std::to_string(rate.TimecodeFps())).append(" frame numbers a second");
+        if (rate.DropFrame()) {
+            out.append(", drop frame: `00` ").append(rate.Dropped() == 2 ? "and" : "to").append(" `0");
+            out.append(std::to_string(rate.Dropped() - 1)).append("` skipped at each minute but every tenth");
+        }
+        out.append(" |\n");
+    }
+    return out;
+}
+
+TEST(Docs, TheManualSaysWhatTheRateTableSays) {
+    EXPECT_THAT(Source("docs/manual.md"), HasSubstr(ManualRates())) << "the manual's table of rates:\n"
+                                                                    << ManualRates();
 }
 
 // "keys-to-dissolves" as the code may spell it: keys-to-dissolves, keys_to_dissolves, keysToDissolves.

@@ -24,8 +24,9 @@ inline std::string ReadBytes(const std::filesystem::path& path) {
 }
 inline std::string TestData(const std::string& name) { return ReadBytes(VORNELT_TEST_DATA_DIR "/" + name); }
 
-// The rate of a number of frames per second of the table.
+// The rate of a number of frames per second of the table, or of a name ("29.97df").
 inline FrameRate Rate(double fps) { return FrameRate::OfValue(fps).value(); }
+inline FrameRate Rate(const char* name) { return FrameRate::Named(name).value(); }
 
 // The texts of a column joined by "|".
 inline std::string Joined(const TextColumn& column) {
@@ -111,10 +112,13 @@ protected:
         return File(name);
     }
     // Opens the bytes as a list at the given rate, through the open dialog.
-    void Load(const std::string& bytes, double rate = 25.0, const std::string& name = "list.edl") {
+    void Load(const std::string& bytes, FrameRate rate = FrameRate(), const std::string& name = "list.edl") {
         platform.openDialogAnswers.push_back(WriteFile(name, bytes));
-        m().frameRateTmp = Rate(rate);
+        m().frameRateTmp = rate;
         Open_CMX(session());
+    }
+    void Load(const std::string& bytes, double rate, const std::string& name = "list.edl") {
+        Load(bytes, Rate(rate), name);
     }
     // The read tables as given, then the working copy.
     void Load(std::initializer_list<Row> rows) {

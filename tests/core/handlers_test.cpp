@@ -270,21 +270,29 @@ TEST_F(HandlersTest, DropsAndDocumentsWithoutAFileTellTheUserAndGoOn) {
 
 TEST_F(HandlersTest, FrameRateWindowsOpenOnPalTakeTheRowsAndLoad) {
     const FolderItem list = WriteFile("cut.edl", kList);
+    const int dropFrame = int(testing::Rate("29.97df").Index()), beyond = int(FrameRate::All().size());
     for (bool droped : {false, true}) {
         SCOPED_TRACE(droped ? "droped" : "open");
         m().frameRateTmp = testing::Rate(30.0);
         FrameRateWindowState& win = droped ? FrameRateWindowIfDroped(d()) : FrameRateWindow(d());
         EXPECT_EQ(std::tuple(win.PopupMenu1.ListIndex, m().frameRateTmp.Value()), std::tuple(1, 25.0));  // PAL first
-        for (auto [row, rate] : {std::pair{0, 30.0}, {2, 24.0}, {3, 24.0}, {1, 25.0}, {0, 30.0}}) {
+        // The three rows of old first, in their order; a row outside the rates changes nothing.
+        for (auto [row, rate, drop] : {std::tuple{0, "30", false},
+                                       {2, "24", false},
+                                       {beyond, "24", false},
+                                       {1, "25", false},
+                                       {dropFrame, "29.97df", true},
+                                       {-1, "29.97df", true}}) {
             win.PopupMenu1.ListIndex = row;
             droped ? FrameRateWindowIfDroped_PopupMenu1_Change(d()) : FrameRateWindow_PopupMenu1_Change(d());
-            EXPECT_EQ(m().frameRateTmp.Value(), rate);  // a row outside the three changes nothing
+            EXPECT_EQ(std::tuple(m().frameRateTmp.Name(), m().dropFrameTmp), std::tuple(rate, drop));
         }
         m().DropedFolderItem = list;
         platform.openDialogAnswers.push_back(list);
         droped ? FrameRateWindowIfDroped_PushButton1_Action(d()) : FrameRateWindow_PushButton1_Action(d());
         EXPECT_FALSE(droped ? FrameRateWindowIfDropedExists(d()) : FrameRateWindowExists(d()));
-        EXPECT_EQ(std::tuple(m().frameRate.Value(), w().Title), std::tuple(30.0, "cut.edl"));
+        EXPECT_EQ(std::tuple(m().frameRate.Name(), w().ST_FrameRate.Text, w().ST_FCM.Text, w().Title),
+                  std::tuple("29.97df", "29.97", "Drop Frame", "cut.edl"));
     }
 }
 

@@ -109,6 +109,11 @@ TEST(Losses, EveryLostOrChangedEventLineIsNamedInTheReport) {
              o.fps = *FrameRate::Named("30");
              o.mirror = false;
          }},
+        {"29.97 drop frame, no mirror",
+         [](ConvertOptions& o) {
+             o.fps = *FrameRate::Named("29.97df");
+             o.mirror = false;
+         }},
     };
     int lists = 0, events = 0;
     for (const auto& entry : fs::directory_iterator(corpus)) {

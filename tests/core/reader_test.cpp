@@ -15,13 +15,14 @@ const std::string kTc = " 01:00:00:00 01:00:05:00 00:00:10:00 00:00:15:00";
 class ReaderTest : public Fixture {
 protected:
     // Runs the reader alone on a text, at a rate, after the reset a load does.
-    void Read(const std::string& text, double rate = 25.0) {
+    void Read(const std::string& text, FrameRate rate) {
         Reset();
         m().cmxString = std::make_shared<std::string>(text);
         ResetGlobalVariables_NEU(m(), w());
-        m().frameRate = Rate(rate);
+        m().frameRate = rate;
         ParseCMX3600(m(), w(), session().progress, platform);
     }
+    void Read(const std::string& text, double rate = 25.0) { Read(text, Rate(rate)); }
 
     // Every read table has one entry per row.
     void ExpectAligned() {
@@ -118,6 +119,35 @@ TEST_F(EventGrammar, TimecodesAreColonsAtTheirPlacesCountedInCharactersAndFrames
     }
     Read("001 AX V C 01:00:00:00 01:00:01:00 00:00:05:00 00:00:01:00");  // swapped record times
     EXPECT_EQ(m().editDurationFrames[0], -100);
+}
+
+TEST_F(EventGrammar, ADropFrameRateTakesASemicolonBeforeTheFramesAndSaysDropFrame) {
+    // The timecodes, the rate; the record out's frame (-1: no event) and the separator the
+    // timecodes Vornelt writes take.
+    const std::string tc = " 01:00:00;00 01:00:05;00 00:01:00;02 00:01:00;12";
+    const std::tuple<std::string, const char*, int32_t, char> cases[] = {
+        {"001 AX V C" + tc, "29.97df", 1810, ';'},
+        {"001 R\xC3\xA9"
+         "el V C" +
+             tc,
+         "29.97df", 1810, ';'},  // counted in characters
+        {"001 AX V C 01:00:00:00 01:00:05:00 00:01:00:02 00:01:00:12", "29.97df", 1810, ':'},
+        {"001 AX V C 01:00:00;00 01:00:05;00 00:01:00;04 00:01:00;14", "59.94df", 3610, ';'},
+        {"001 AX V C" + tc, "29.97", -1, ':'},  // non-drop: no timecode, as at 30
+        {"001 AX V C 01:00:00;00 01:00:05;00 00:01;00;02 00:01;00;12", "29.97df", -1, ':'},
+        {"001 AX V C 01:00:00.00 01:00:05.00 00:01:00.02 00:01:00.12", "29.97df", -1, ':'},
+    };
+    for (const auto& [line, rate, frame, separator] : cases) {
+        SCOPED_TRACE(line + " at " + rate);
+        Read("TITLE: T\rFCM: NON-DROP FRAME\r" + line + "\r002 AX V C 01:00:00:00 01:00:00:01 00:00:00:00 00:00:00:01",
+             Rate(rate));
+        EXPECT_EQ(std::tuple(m().readOrigRecOutFrame[2], m().frameSeparator), std::tuple(frame, separator));
+        // A CMX list is read as the rate counts, whatever its FCM line says.
+        const bool drop = Rate(rate).DropFrame();
+        EXPECT_EQ(
+            std::tuple(m().dropFrame, m().ZeileZwei, w().ST_FCM.Text),
+            std::tuple(drop, drop ? "FCM: DROP FRAME" : "FCM: NON-DROP FRAME", drop ? "Drop Frame" : "Non-Drop Frame"));
+    }
 }
 
 TEST_F(ReaderTest, EveryLineEndGivesTheSameRowsAndControlCharactersGo) {

@@ -63,6 +63,7 @@ TEST(Report, DemoListsGiveTheExpectedReports) {
         const char* list;
         std::vector<std::string> options;
         const char* expected;
+        const char* fps = "25";
     } cases[] = {
         {"writer_demo_cmx.edl", {"--report-format", "text"}, "writer_demo_cmx.report.txt"},
         {"writer_demo_cmx.edl", {"--report-format", "json"}, "writer_demo_cmx.report.json"},
@@ -74,11 +75,13 @@ TEST(Report, DemoListsGiveTheExpectedReports) {
         {"writer_demo_cmx.edl",
          {"--keys-to-dissolves", "--no-mirror", "--keep-speed-changes"},
          "writer_demo_cmx.dissolves.report.txt"},
+        // Drop frame: the rate by its name, the timecodes in drop frame and in the list's style.
+        {"rates_2997df.edl", {"--report-format", "json", "--no-mirror"}, "rates_2997df.report.json", "29.97df"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.expected);
         std::vector<std::string> args = {
-            VORNELT_TEST_DATA_DIR "/" + std::string(c.list), "--fps", "25", "--dry-run", "--report", "-"};
+            VORNELT_TEST_DATA_DIR "/" + std::string(c.list), "--fps", c.fps, "--dry-run", "--report", "-"};
         args.insert(args.end(), c.options.begin(), c.options.end());
         const std::string report = RunConverter(args);
         if (std::getenv("VORNELT_UPDATE_EXPECTED")) {
@@ -97,17 +100,36 @@ TEST(Report, TheCheckFindsWhatIsWrongWithTheListAsRead) {
     std::string utf16 = "\xFF\xFE";
     for (const char c : head + one) utf16 += std::string(1, c) + '\0';
     const std::string dropFrame = "001  TAPE1    V     C        01:00:00;00 01:00:05;00 00:00:00;00 00:00:05;00\r\n";
+    const std::string dropHead = "TITLE: Check\r\nFCM: DROP FRAME\r\n\r\n";
+    const std::string fifty = "002  TAPE2    V     C        02:00:00:00 02:00:05:49 00:00:05:00 00:00:10:49\r\n";
     const struct {
         std::string list;
         std::map<std::string, int> warnings;
         const char* fps = "25";
+        const char* says = "";  // in the texts of the warnings
     } cases[] = {
         {head + one + two, {}},
         {head + one + "002  TAPE2    V     C        02:00:00:00 02:00:05:27 00:00:05:00 00:00:10:00\r\n",
          {{"impossible-timecode", 1}}},
         {"TITLE: Check\r\nFCM: DROP FRAME\r\n\r\n" + one, {{"drop-frame-at-rate", 1}}},
         {"TITLE: Check\r\nFCM: DROP FRAME\r\n\r\n" + one, {{"drop-frame-at-rate", 1}}, "30"},
-        {head + dropFrame, {{"drop-frame-at-rate", 1}, {"unknown-line", 1}}, "30"},
+        {head + dropFrame,
+         {{"drop-frame-at-rate", 1}, {"unknown-line", 1}},
+         "30",
+         "Read it at 29.97 fps drop frame (29.97df) to"},
+        {dropHead + one, {{"drop-frame-at-rate", 1}}, "60", "Read it at 59.94 fps drop frame (59.94df) to"},
+        {dropHead + one, {{"drop-frame-at-rate", 1}}, "25", "(29.97df) or 59.94 fps drop frame (59.94df) to"},
+        {dropHead + dropFrame + "002  TAPE2    V     C        02:00:00;00 02:00:05;00 00:01:00;00 00:01:05;00\r\n",
+         {{"impossible-timecode", 1}},
+         "29.97df",
+         "(frame 00, which drop frame skips at the start of minute 01)"},
+        {dropHead + "001  TAPE1    V     C        01:00:00:00 01:00:05:00 00:10:00:00 00:10:05:02\r\n", {}, "59.94df"},
+        {head + one + two,
+         {{"non-drop-frame-at-rate", 1}},
+         "29.97df",
+         "Read it at 30 fps (30) or 29.97 fps (29.97) to"},
+        {head + one + fifty, {}, "50"},
+        {head + one + fifty, {{"impossible-timecode", 1}}, "25"},
         {"TITLE: Check\r\n" + one + two, {{"event-on-header-line", 1}, {"comment-before-first-event", 1}}},
         {head + one + "002  TAPE2    V     C        02:00:00:00 02:00:05:00 00:00:10:00 00:00:05:00\r\n",
          {{"record-backwards", 1}}},
@@ -137,11 +159,14 @@ TEST(Report, TheCheckFindsWhatIsWrongWithTheListAsRead) {
             if (KindSeverity(count.kind) == Severity::Warning)
                 warnings[std::string(KindName(count.kind))] = count.count;
         EXPECT_EQ(warnings, c.warnings);
+        std::string texts;
         for (const ReportItem& item : r.report.items) {
             if (item.severity == Severity::Warning) {
                 EXPECT_FALSE(item.text.empty());
+                texts += item.text;
             }
         }
+        EXPECT_THAT(texts, ::testing::HasSubstr(c.says));
     }
 }
 

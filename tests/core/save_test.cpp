@@ -52,29 +52,36 @@ TEST_F(SaveTest, WholeListsFromFileToFileByteForByte) {
         {&W::Chb_ComntGenerateNew, &O::comments},
     };
     // The list, the list saved, its rate, the boxes in their order above, the wipe names (0 Final Cut Pro, 1 SMPTE).
-    const std::tuple<const char*, const char*, double, std::array<bool, std::size(boxes)>, int> cases[] = {
+    const std::tuple<const char*, const char*, const char*, std::array<bool, std::size(boxes)>, int> cases[] = {
         // The window's first settings: a mirror list with comments, wipes as dissolves,
         // motion lines removed, black kept as black.
-        {"writer_demo_cmx.edl", "writer_demo_cmx.mirror.expected.edl", 25.0, {1, 1, 1, 1, 1, 1, 0, 1}, 1},
+        {"writer_demo_cmx.edl", "writer_demo_cmx.mirror.expected.edl", "25", {1, 1, 1, 1, 1, 1, 0, 1}, 1},
         // No mirror, wipes kept with their Final Cut Pro names, motion lines kept, audio off.
-        {"writer_demo_cmx.edl", "writer_demo_cmx.plain.expected.edl", 25.0, {0, 1, 0, 0, 0, 0, 0, 1}, 0},
-        {"writer_demo_gvg.edl", "writer_demo_gvg.mirror.expected.edl", 25.0, {1, 1, 1, 1, 1, 1, 0, 1}, 1},
+        {"writer_demo_cmx.edl", "writer_demo_cmx.plain.expected.edl", "25", {0, 1, 0, 0, 0, 0, 0, 1}, 0},
+        {"writer_demo_gvg.edl", "writer_demo_gvg.mirror.expected.edl", "25", {1, 1, 1, 1, 1, 1, 0, 1}, 1},
         // Keys as dissolves without comments: stars on the background row.
-        {"writer_demo_gvg.edl", "writer_demo_gvg.plain.expected.edl", 30.0, {0, 1, 1, 1, 1, 1, 1, 0}, 1},
+        {"writer_demo_gvg.edl", "writer_demo_gvg.plain.expected.edl", "30", {0, 1, 1, 1, 1, 1, 1, 0}, 1},
+        // Drop frame: "FCM: DROP FRAME", and the keys repaired and the chains found across the
+        // minutes that skip two frame numbers, written with ";" as the list writes them.
+        {"rates_2997df.edl", "rates_2997df.mirror.expected.edl", "29.97df", {1, 1, 1, 1, 1, 1, 0, 1}, 1},
+        {"rates_2997df.edl", "rates_2997df.plain.expected.edl", "29.97df", {0, 1, 1, 1, 1, 1, 0, 1}, 1},
+        // Frames up to 49, a key and a chain counted at 50.
+        {"rates_50.edl", "rates_50.plain.expected.edl", "50", {0, 1, 1, 1, 0, 0, 0, 1}, 0},
     };
     for (const auto& [input, expected, rate, checked, wipeNames] : cases) {
         SCOPED_TRACE(expected);
         TearDown();
         Fixture::SetUp();
+        Reset();    // a new run of the window: it judges motion lines by the first list it loaded
         O options;  // the converter's defaults, then the case's rate, boxes and wipe names
-        options.fps = Rate(rate);
+        options.fps = testing::Rate(rate);
         options.wipeNames = wipeNames ? WipeNames::Smpte : WipeNames::FinalCutPro;
         for (size_t i = 0; i < std::size(boxes); ++i) {
             (w().*boxes[i].first).Value = checked[i];
             options.*boxes[i].second = checked[i];
         }
         w().PopupTransition.ListIndex = wipeNames;
-        Load(TestData(input), rate, input);
+        Load(TestData(input), testing::Rate(rate), input);
         SaveAs("saved.edl");
         ASSERT_TRUE(platform.messages.empty()) << platform.messages.front();
         EXPECT_EQ(Saved("saved.edl"), TestData(expected));

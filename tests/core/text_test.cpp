@@ -231,6 +231,58 @@ TEST(Timecode, WorkedValuesEdgesOfTheScaleAndTheWayBack) {
             ASSERT_EQ(ToFrames(rate, ToTc(rate, int32_t(n))), n);
 }
 
+// The rates beside the three of old: worked values both ways, and drop frame across the minutes
+// whose first numbers it skips.
+TEST(Timecode, EveryRateCountsItsLabelsAndDropFrameSkipsNumbers) {
+    const std::tuple<const char*, const char*, int32_t> cases[] = {
+        {"29.97df", "00:00:59;29", 1799},    {"29.97df", "00:01:00;02", 1800},    {"29.97df", "00:09:59;29", 17981},
+        {"29.97df", "00:10:00;00", 17982},   {"29.97df", "00:11:00;02", 19782},   {"29.97df", "01:00:00;00", 107892},
+        {"29.97df", "23:59:59;29", 2589407}, {"29.97df", "24:00:00;00", 2589408}, {"29.97df", "-01:-01:-01;29", -1},
+        {"59.94df", "00:00:59;59", 3599},    {"59.94df", "00:01:00;04", 3600},    {"59.94df", "00:10:00;00", 35964},
+        {"59.94df", "01:00:00;00", 215784},  {"29.97", "01:00:00:00", 108000},    {"23.976", "01:00:00:00", 86400},
+        {"59.94", "00:01:00:00", 3600},      {"60", "01:00:00:00", 216000},       {"50", "00:00:01:49", 99},
+        {"50", "01:00:00:00", 180000},       {"48", "01:00:00:00", 172800},
+    };
+    for (const auto& [name, tc, frames] : cases) {
+        SCOPED_TRACE(::testing::Message() << name << " " << tc);
+        const FrameRate rate = *FrameRate::Named(name);
+        EXPECT_EQ(rate.Timecode(frames, tc[std::strlen(tc) - 3]), tc);
+        if (frames >= 0) {
+            EXPECT_EQ(rate.Frames(tc), frames);
+        }
+    }
+    const FrameRate df = *FrameRate::Named("29.97DF");
+    EXPECT_EQ(df.Frames("00:01:00:02"), 1800);                          // the separator is not looked at
+    EXPECT_EQ(df.Frames("01:01:00;00"), df.Frames("01:01:00;02") - 2);  // a skipped label
+    EXPECT_EQ(df.Frames("00:01:0x;02"), 1800);                          // a malformed field counts as the others do
+    EXPECT_EQ(FrameRate::OfValue(29.97), FrameRate::Named("29.97"));    // a number names no drop frame
+
+    // Every label of a day comes back, one frame after the other; drop frame skips the labels
+    // the others have. The non-drop rates of the same timecode count as their whole rate does.
+    for (const FrameRate rate : FrameRate::All()) {
+        SCOPED_TRACE(rate.Name());
+        const int fps = rate.TimecodeFps(), step = rate.DropFrame() ? 1 : 7;
+        const char separator = rate.DropFrame() ? ';' : ':';
+        int32_t n = 0;
+        char tc[16];
+        for (int h = 0; h < 24; ++h)
+            for (int m = 0; m < 60; ++m)
+                for (int s = 0; s < 60; ++s)
+                    for (int f = s == 0 && m % 10 != 0 ? rate.Dropped() : 0; f < fps; ++f, ++n) {
+                        if (n % step != 0) continue;
+                        std::snprintf(tc, sizeof tc, "%02d:%02d:%02d%c%02d", h, m, s, separator, f);
+                        ASSERT_EQ(rate.Frames(tc), n) << tc;
+                        ASSERT_EQ(rate.Timecode(n, separator), tc);
+                    }
+        // Drop frame keeps the labels on the clock: a day of them lasts a day at 1000/1001 of
+        // the timecode's rate, to a tenth of a second.
+        if (rate.DropFrame())
+            EXPECT_NEAR(n / (fps * 1000.0 / 1001.0), 86400.0, 0.1);
+        else
+            EXPECT_EQ(n, 86400 * fps);
+    }
+}
+
 // Random changes in any order, to a table and to a copy of it, read back exactly as plain vectors
 // that take the same changes: rows without an entry, entries set in the middle, fills, copies.
 template <typename Table, typename Value, typename Same>

@@ -73,6 +73,22 @@ def test_threads_give_the_bytes_of_one_thread():
     assert together == alone * 3
 
 
+DROP_FRAME_LIST = pathlib.Path(__file__).resolve().parents[1] / "data" / "rates_2997df.edl"
+
+
+@pytest.mark.parametrize("fps,name,fcm", [
+    (29.97, "29.97", b"FCM: NON-DROP FRAME"),  # a number names a non-drop rate
+    ("29.97df", "29.97df", b"FCM: DROP FRAME"),
+    ("59.94DF", "59.94df", b"FCM: DROP FRAME"),
+    (23.976, "23.976", b"FCM: NON-DROP FRAME"),
+    (50, "50", b"FCM: NON-DROP FRAME"),
+])
+def test_rates_by_number_and_by_name_as_the_converter(fps, name, fcm):
+    data = vornelt.convert(DROP_FRAME_LIST, fps, mirror=False).data
+    assert data == converted(DROP_FRAME_LIST, name, ["--no-mirror"])
+    assert data.split(b"\r\n")[1] == fcm
+
+
 def test_convert_file_saves_as_the_converter(tmp_path):
     src = tmp_path / "reel1.v2.edl"
     src.write_bytes(LIST)
@@ -88,6 +104,8 @@ def test_convert_file_saves_as_the_converter(tmp_path):
 
 @pytest.mark.parametrize("options,error", [
     ({"fps": 26}, ValueError),
+    ({"fps": 29.976}, ValueError),
+    ({"fps": "29.97 df"}, ValueError),
     ({"fps": 25, "reel": "A-1"}, ValueError),
     ({"fps": 25, "reel": "ABCDEFGHI"}, ValueError),
     ({"fps": 25, "title": "T\r\n099 EVIL"}, ValueError),

@@ -7,6 +7,7 @@
 #include "ui/qt/qt_util.hpp"
 #include "ui/qt/what_changed_view.hpp"
 #include "ui_fixture.hpp"
+#include "vornelt/convert.hpp"
 
 namespace vornelt::qt::testing {
 
@@ -36,6 +37,41 @@ private slots:
         QVERIFY(view->close());
         QVERIFY(!FrameRateWindowExists(f.shell().desktop()) && !f.shell().FrameRate());
         QCOMPARE(f.platform().openDialogsShown.size(), size_t(1));
+    }
+
+    // The three rows of old first, PAL chosen, the other rates below them; a drop-frame list
+    // answered 29.97 drop frame is saved as the converter writes it at 29.97df: it says DROP
+    // FRAME, and its key over 00:01:00 ends where drop frame counts it.
+    void frameRateQuestionOffersEveryRateAndSavesDropFrame() {
+        UiFixture f;
+        MainWindowView& main = f.main();
+        f.shell().Dispatch(BtnOpenEDL_Action);
+        FrameRateView* view = f.shell().FrameRate();
+        QVERIFY(view);
+        QCOMPARE(view->Popup()->count(), int(FrameRate::All().size()));
+        const QStringList old = {"30 fps Non-Drop Frame - NTSC", "25 fps Non-Drop Frame - PAL",
+                                 "24 fps Non-Drop Frame - FILM"};
+        for (int row = 0; row < 3; ++row) QCOMPARE(view->Popup()->itemText(row), old[row]);
+        QCOMPARE(view->Popup()->currentIndex(), 1);
+        QVERIFY(!view->findChild<QLabel*>("StaticText5"));  // no word that drop frame cannot be chosen
+        const int dropFrame = view->Popup()->findText("29.97 fps Drop Frame - NTSC");
+        QVERIFY(dropFrame > 2);
+        view->close();
+
+        const std::string list =
+            "TITLE: Drop\r\nFCM: DROP FRAME\r\n\r\n"
+            "001  TAPE1    V     C        01:00:10;00 01:00:11;10 00:00:58;00 00:00:59;10\r\n"
+            "002  TAPE2    V     K        02:00:00;00 02:00:00;00 00:00:59;10 00:00:59;10\r\n";
+        f.LoadThroughWindows(f.WriteFile("drop.edl", list), dropFrame);
+        QCOMPARE(qobject_cast<QLabel*>(main.Control("ST_FCM"))->text(), QStringLiteral("Drop Frame"));
+        const FolderItem file = f.WriteFile("saved.edl", "");
+        f.platform().saveDialogAnswers.push_back(file);
+        f.Choose("FileSaveAs");
+        ConvertOptions options;
+        options.fps = *FrameRate::Named("29.97df");
+        QCOMPARE(ReadFile(file), Convert(list, options, "drop.edl").bytes);
+        QVERIFY(ReadFile(file).find("\r\nFCM: DROP FRAME\r\n") != std::string::npos);
+        QVERIFY(ReadFile(file).find(" 00:00:59;10 00:01:00;22\r\n") != std::string::npos);
     }
 
     // Escape closes each window as its own way back does, and the window opens again.

@@ -113,7 +113,8 @@ class Page:
         labels, row = self.d.execute_script(
             "const s = arguments[0].querySelector('select'); return [[...s.options].map(o => o.text), s.selectedIndex]",
             window)
-        wanted = next(i for i, label in enumerate(labels) if label.startswith(f"{fps} fps"))
+        # A rate by its row ("29.97 fps Drop Frame - NTSC"), or the first row of its number.
+        wanted = next(i for i, label in enumerate(labels) if label == str(fps) or label.startswith(f"{fps} fps "))
         if row != wanted:
             Select(window.find_element(By.TAG_NAME, "select")).select_by_index(wanted)
             self.idle()

@@ -1,6 +1,7 @@
 """The page against the acceptance cases and the desktop's rules, in a real browser."""
 import json
 import os
+import pathlib
 import subprocess
 
 import pytest
@@ -9,6 +10,7 @@ from selenium.webdriver.common.keys import Keys
 from selenium.webdriver.support.ui import Select
 
 ACCEPTANCE = SHARED / "acceptance"
+DROP_FRAME_LIST = pathlib.Path(__file__).resolve().parents[1] / "data" / "rates_2997df.edl"
 
 
 def cases():
@@ -135,6 +137,31 @@ def test_opening_over_unsaved_changes_asks_first(page, tmp_path, answer):
         page.find("#FrameRateWindow .close").click()
         page.idle()
     assert page.find("#Title").text == ("first VORNELT.edl" if answer == "Save" else "first.edl")
+
+
+def test_the_question_offers_every_rate_and_a_drop_frame_list_saves_as_the_converter(page, tmp_path):
+    """The rows of the rate table, the three of old first, the question on PAL; a drop-frame
+    list answered 29.97 drop frame is saved as the converter writes it at 29.97df, on a fresh
+    page: the fields keep what the tests before typed."""
+    page.open_page()
+    page.press("#BtnOpenEDL")
+    if page.all("#dialogs .message"):
+        page.press(page.button("Don't Save"))
+    window = page.wait_for("#FrameRateWindow")
+    labels, row = page.d.execute_script(
+        "const s = arguments[0].querySelector('select'); return [[...s.options].map(o => o.text), s.selectedIndex]",
+        window)
+    assert labels[:3] == ["30 fps Non-Drop Frame - NTSC", "25 fps Non-Drop Frame - PAL", "24 fps Non-Drop Frame - FILM"]
+    assert {"29.97 fps Drop Frame - NTSC", "59.94 fps Drop Frame - HD", "50 fps Non-Drop Frame - PAL HD"} <= set(labels)
+    assert row == 1 and "Sorry" not in window.text
+    page.find("#FrameRateWindow .close").click()
+    page.idle()
+    page.open_list(DROP_FRAME_LIST, "29.97 fps Drop Frame - NTSC")
+    assert page.find("#ST_FCM").text == "Drop Frame"
+    name, data = page.save()
+    assert data.split(b"\r\n")[1] == b"FCM: DROP FRAME"
+    if os.path.exists(CONVERTER):
+        assert data == convert(DROP_FRAME_LIST, ["--fps", "29.97df"], tmp_path / "out.edl")
 
 
 def test_reel_name_field_folds_filters_and_questions_reserved_names(page, tmp_path):

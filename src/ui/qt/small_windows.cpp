@@ -3,10 +3,13 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDateTime>
+#include <QFontMetrics>
 #include <QFrame>
 #include <QKeyEvent>
 #include <QProgressBar>
 #include <QPushButton>
+
+#include <algorithm>
 
 #include "ui/qt/app_shell.hpp"
 #include "ui/qt/qt_util.hpp"
@@ -49,24 +52,31 @@ FrameRateView::FrameRateView(AppShell& shell, bool droped, QWidget* parent)
       droped_(droped) {
     setObjectName(droped ? "FrameRateWindowIfDroped" : "FrameRateWindow");
     setWindowModality(Qt::ApplicationModal);
-    setFixedSize(320, 198);
-
-    QLabel* question =
-        MakeLabel(this, "StaticText2", QStringLiteral("TV Standard of incomming EDL?"), {18, 14, 282, 20});
-    question->setFont(ControlFont(0, true));
-    question->setAlignment(Qt::AlignCenter);
-    MakeSeparator(this, "Separator2", {20, 46, 282, 12});
-    QLabel* rate = MakeLabel(this, "StaticText1", QStringLiteral("EDL Frame-Rate:"), {18, 70, 110, 20});
-    rate->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 
     popup_ = new QComboBox(this);
     popup_->setObjectName("PopupMenu1");
     for (const FrameRate rate : FrameRate::All()) popup_->addItem(ToQ(rate.Label()));
-    popup_->setGeometry(140, 69, 158, 20);
 #if !defined(Q_OS_MACOS)
     // The rows were measured for a narrower system font.
     popup_->setFont(ControlFont(10));
 #endif
+    // The box shows the widest row whole, and the window grows with it.
+    int widest = 0;
+    for (int row = 0; row < popup_->count(); ++row)
+        widest = std::max(widest, QFontMetrics(popup_->font()).horizontalAdvance(popup_->itemText(row)));
+    const int box = std::max(158, widest + 36);
+    const int width = 140 + box + 22;
+    popup_->setGeometry(140, 69, box, 20);
+    setFixedSize(width, 166);
+
+    QLabel* question =
+        MakeLabel(this, "StaticText2", QStringLiteral("TV Standard of incomming EDL?"), {18, 14, width - 38, 20});
+    question->setFont(ControlFont(0, true));
+    question->setAlignment(Qt::AlignCenter);
+    MakeSeparator(this, "Separator2", {20, 46, width - 38, 12});
+    QLabel* rate = MakeLabel(this, "StaticText1", QStringLiteral("EDL Frame-Rate:"), {18, 70, 110, 20});
+    rate->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+
     connect(popup_, &QComboBox::activated, this, [this](int row) {
         shell_.Dispatch([this, row](Desktop& d) {
             if (droped_) {
@@ -81,15 +91,12 @@ FrameRateView::FrameRateView(AppShell& shell, bool droped, QWidget* parent)
         });
     });
 
-    MakeSeparator(this, "Separator1", {18, 102, 280, 12});
-    QLabel* sorry =
-        MakeLabel(this, "StaticText5", QStringLiteral("Sorry, no 30 fps Drop Frame at this time."), {18, 126, 280, 20});
-    SetTextColour(sorry, QColor(0xcc, 0x33, 0x33));
+    MakeSeparator(this, "Separator1", {18, 102, width - 40, 12});
 
     // The only button: there is no way back but OK.
     ok_ = new QPushButton(QStringLiteral("OK"), this);
     ok_->setObjectName("PushButton1");
-    ok_->setGeometry(218, 158, 80, 20);
+    ok_->setGeometry(width - 102, 126, 80, 20);
     ok_->setDefault(true);
     ok_->setAutoDefault(true);
     connect(ok_, &QPushButton::clicked, this, [this] {
