@@ -264,7 +264,7 @@ TEST(Timecode, EveryRateCountsItsLabelsAndDropFrameSkipsNumbers) {
         const int fps = rate.TimecodeFps(), step = rate.DropFrame() ? 1 : 7;
         const char separator = rate.DropFrame() ? ';' : ':';
         int32_t n = 0;
-        char tc[16];
+        char tc[48];  // room for any int the compiler imagines
         for (int h = 0; h < 24; ++h)
             for (int m = 0; m < 60; ++m)
                 for (int s = 0; s < 60; ++s)
