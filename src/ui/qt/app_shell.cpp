@@ -25,6 +25,7 @@
 #include "ui/qt/small_windows.hpp"
 #include "ui/qt/what_changed_view.hpp"
 #include "ui/windows.hpp"
+#include "vornelt/processor.hpp"
 
 namespace vornelt::qt {
 
@@ -272,6 +273,8 @@ void AppShell::Dispatch(const std::function<void(Desktop&)>& handler) {
     };
     {
         Depth depth(depth_);
+        // The toolkit's own vector code may have left the registers' upper halves in use.
+        ClearUpperVectorHalves();
         try {
             handler(desktop_);
         } catch (const std::exception& e) {

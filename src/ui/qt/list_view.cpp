@@ -21,6 +21,7 @@
 #endif
 
 #include "text/bit_count.hpp"
+#include "vornelt/processor.hpp"
 
 namespace vornelt::qt {
 
@@ -303,6 +304,7 @@ void ListView::indexLines() {
     const std::string& s = *text_;
     // Offsets are kept in 32 bits; a list is far below that (the reader takes at most 1 GB).
     const size_t size = std::min<size_t>(s.size(), std::numeric_limits<uint32_t>::max() - 1);
+    ClearUpperVectorHalves();
     ascii_ = IndexLines(s.data(), size, lineStarts_, lineEnds_);
     layoutRows();
 }

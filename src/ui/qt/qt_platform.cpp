@@ -14,6 +14,7 @@
 #include "ui/qt/main_window_view.hpp"
 #include "ui/qt/qt_util.hpp"
 #include "ui/windows.hpp"
+#include "vornelt/processor.hpp"
 
 namespace vornelt::qt {
 
@@ -148,6 +149,7 @@ void QtPlatform::Yield() {
     // user types or clicks waits until the work is done.
     shell_.Sync();
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    ClearUpperVectorHalves();
     sinceServed_.restart();
 }
 

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 
+#include "vornelt/processor.hpp"
 #include "writer/writer.hpp"
 
 #include "ui/qt/app_shell.hpp"
@@ -138,6 +139,7 @@ void WhatChangedView::Refresh() {
     const Document& m = shell_.desktop().session.document;
     if (shownList_.lock() == m.finalCMXString && model_->rowCount() > 0) return;
     shownList_ = m.finalCMXString;
+    ClearUpperVectorHalves();
     // The lines in the new list are counted for the items shown only.
     model_->setView(ViewReport(m, ReportLines::WhenShown));
     summary_->setText(QString::fromStdString(WhatChangedSummary(model_->view(), m)));
