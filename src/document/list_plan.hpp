@@ -54,6 +54,17 @@ struct MirrorReels {
     ChangeLog::Version reels{}, chains{};  // the reel tables they were worked out from
 };
 
+// The rows a run must look at: every row with an event number, and the rows without one whose
+// line begins with a letter of "MPAS" (motion, audio and split lines). The rest are comments,
+// clip names and blank lines, which leave no trace in the plan. Rows without an event number
+// keep the text they were read with until the next load, and a load fills the event numbers
+// anew, so the set holds while those stay as they are.
+struct RowsToVisit {
+    std::vector<uint64_t> bits;    // one bit per row
+    ChangeLog::Version numbers{};  // the event numbers they were worked out from
+    const void* text = nullptr;    // the text of the lines
+};
+
 struct ListPlan {
     PlanOptions options;
     std::string title;       // the sequence title
@@ -63,6 +74,7 @@ struct ListPlan {
     std::string comments;    // the texts of the comment lines
     uint32_t lineCount = 0;  // the lines of the new list
     MirrorReels mirrorReels;
+    RowsToVisit rowsToVisit;
 
     // The event line of a row in the new list, or null when the row has none.
     const PlannedLine* EventLineOf(uint32_t row) const {

@@ -1,5 +1,8 @@
 // The switches: each carries one option into the working copy, deciding from the read
 // tables only, so that turning an option off gives back what was read.
+#include <algorithm>
+#include <vector>
+
 #include "passes/passes.hpp"
 #include "passes/rows.hpp"
 #include "platform/platform.hpp"
@@ -48,15 +51,24 @@ void AllAudioOnOff(Document& m, Platform& platform) {
     const auto setMode = [&m](size_t i, std::string_view mode) {
         if (m.copyMode(i) != mode) m.copyMode.set(i, mode);
     };
-    for (size_t i = 0; i < rows; ++i) {
+    // A row without any track (every line that is no event) counts as audio, shown while audio
+    // is kept, and its copy has no mode. The rows between two with a track are done in one go.
+    std::vector<uint32_t> strayModes;
+    m.copyMode.ForEachEntry([&](size_t i, std::string_view) {
+        if (i < rows && !m.readOrigMode.HasEntry(i)) strayModes.push_back(uint32_t(i));
+    });
+    for (const uint32_t i : strayModes) m.copyMode.set(i, {});
+    std::vector<uint32_t> withTrack;
+    withTrack.reserve(m.readOrigMode.Count());
+    m.readOrigMode.ForEachEntry([&](size_t i, std::string_view) {
+        if (i < rows) withTrack.push_back(uint32_t(i));
+    });
+    size_t from = 0;
+    const auto display = m.displayThisAudioEventLine.begin();
+    for (const uint32_t i : withTrack) {
+        std::fill(display + ptrdiff_t(from), display + ptrdiff_t(i), m.boolA1234);
+        from = size_t(i) + 1;
         platform.Yield();
-        if (!m.readOrigMode.HasEntry(i)) {
-            // No track at all (every line that is no event): it counts as audio, shown while
-            // audio is kept.
-            if (m.copyMode.HasEntry(i)) m.copyMode.set(i, {});
-            m.displayThisAudioEventLine[i] = m.boolA1234;
-            continue;
-        }
         const std::string_view mode = m.readOrigMode(i);
         const auto [video, audio] = TracksOf(mode);
         if (m.boolA1234) {
@@ -79,6 +91,7 @@ void AllAudioOnOff(Document& m, Platform& platform) {
                 report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), {}});
         }
     }
+    std::fill(display + ptrdiff_t(from), display + ptrdiff_t(rows), m.boolA1234);
 }
 
 void AllKeysOnOff(Document& m, Platform& platform) {

@@ -95,7 +95,7 @@ size_t NumberPrefix(TextView s, bool& hasNonZeroIntegerDigit) {
 
 // ---- characters ---------------------------------------------------------------------
 
-bool IsAscii(TextView s) noexcept {
+bool IsAsciiLong(TextView s) noexcept {
     const unsigned char* p = reinterpret_cast<const unsigned char*>(s.data());
     size_t n = s.size();
     size_t i = 0;
@@ -191,8 +191,7 @@ char32_t FoldChar(char32_t c) noexcept {
 
 // ---- cutting ------------------------------------------------------------------------
 
-int64_t Len(TextView s) noexcept {
-    if (IsAscii(s)) return int64_t(s.size());
+int64_t LenOfUtf8(TextView s) noexcept {
     int64_t n = 0;
     for (size_t i = 0; i < s.size(); ++n) NextChar(s, i);
     return n;

@@ -31,7 +31,15 @@ using TextView = std::string_view;
 inline constexpr char kCR = '\r';  // the one line end inside the system
 
 // ---- characters ---------------------------------------------------------------------
-bool IsAscii(TextView s) noexcept;
+bool IsAsciiLong(TextView s) noexcept;  // a word at a time
+// Whether every byte is below 0x80. Most texts asked about are fields of a few characters,
+// looked at in place.
+inline bool IsAscii(TextView s) noexcept {
+    if (s.size() > 16) return IsAsciiLong(s);
+    unsigned char any = 0;
+    for (const char c : s) any |= static_cast<unsigned char>(c);
+    return any < 0x80;
+}
 // Decodes one character at s[i] and advances i; a malformed byte gives U+FFFD.
 char32_t NextChar(TextView s, size_t& i) noexcept;
 void AppendChar(std::string& out, char32_t c);
@@ -40,7 +48,10 @@ Text SanitizeUtf8(TextView s);
 char32_t FoldChar(char32_t c) noexcept;  // one-character lower case
 
 // ---- cutting (results borrow from the argument) --------------------------------------
-int64_t Len(TextView s) noexcept;  // in characters
+int64_t LenOfUtf8(TextView s) noexcept;
+inline int64_t Len(TextView s) noexcept {  // in characters
+    return IsAscii(s) ? int64_t(s.size()) : LenOfUtf8(s);
+}
 // Mid from a 1-based start; a start below 1 counts as 1; a count past the end or below 0
 // with the two-argument form gives the rest; a negative count gives "".
 TextView Mid(TextView s, int64_t start) noexcept;

@@ -40,6 +40,7 @@ public:
 
     size_t size() const noexcept { return s_->rows.size(); }
     bool empty() const noexcept { return s_->rows.size() == 0; }
+    size_t Count() const noexcept { return s_->rows.count(); }  // rows holding an entry
 
     // The entry of row i. Rows are in range by construction of the pipeline.
     std::string_view operator()(size_t i) const noexcept { return At(i); }
@@ -101,6 +102,13 @@ public:
         uint32_t length;
     };
     void SetOutsidePieces(SharedText outside, std::span<const Piece> pieces);
+
+    // Calls f(row, text) for each row that holds an entry, in row order.
+    template <typename F>
+    void ForEachEntry(F&& f) const {
+        const Storage& s = *s_;
+        s.rows.ForEach([&](size_t row, size_t place) { f(row, View(s, s.refs[place])); });
+    }
 
     const ChangeLog& Changes() const noexcept { return changes_; }
     ChangeLog& Changes() noexcept { return changes_; }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 
 #include "text/text.hpp"
 #include "vocabulary/vocabulary.hpp"
@@ -166,6 +167,37 @@ void UpdateMirrorReels(Document& m) {
     r.chains = m.cleanClipReelName.Changes().Now();
 }
 
+// The rows to visit, worked out again after a load.
+void UpdateRowsToVisit(Document& m) {
+    RowsToVisit& v = m.plan.rowsToVisit;
+    const size_t rows = size_t(std::max<int32_t>(m.maxZeilen, 0)) + 1;
+    const void* text = m.copyCompletLine.Document().get();
+    if (v.bits.size() == rows / 64 + 1 && v.numbers == m.copyEventNumberStr.Changes().Now() && v.text == text) return;
+    v.bits.assign(rows / 64 + 1, 0);
+    for (size_t i = 0; i < rows; ++i) {
+        bool visit = m.copyEventNumberStr.HasEntry(i);
+        if (!visit) {
+            const std::string_view line = m.copyCompletLine.Get(int64_t(i));
+            const char first = line.empty() ? ' ' : char(line[0] | 0x20);
+            visit = first == 'm' || first == 'p' || first == 'a' || first == 's';
+        }
+        if (visit) v.bits[i / 64] |= uint64_t(1) << (i % 64);
+    }
+    v.numbers = m.copyEventNumberStr.Changes().Now();
+    v.text = text;
+}
+
+// The first row from `i` on, below `end`, that a run must look at; `end` when there is none.
+int64_t NextRowToVisit(const std::vector<uint64_t>& bits, int64_t i, int64_t end) {
+    size_t word = size_t(i) / 64;
+    uint64_t w = bits[word] & (~uint64_t(0) << (size_t(i) % 64));
+    while (w == 0) {
+        if (int64_t(++word * 64) >= end) return end;
+        w = bits[word];
+    }
+    return std::min<int64_t>(end, int64_t(word * 64) + std::countr_zero(w));
+}
+
 // The sorted form of the comment blocks last met. A list repeats a few blocks over and over
 // (the same effects, the same movie), so the sorting of a block is looked up before it is done.
 class SortedBlocks {
@@ -253,6 +285,7 @@ struct ListPlanner::State {
         m.report.renamedReels.clear();
         record = m.report.recording;
         if (o.mirror) UpdateMirrorReels(m);
+        UpdateRowsToVisit(m);
         for (int64_t i = 0; record && i < 2 && i <= int64_t(m.maxZeilen); ++i)
             if (!m.copyEventNumberStr.Get(i).empty() && !m.copyMode.Get(i).empty())
                 report.push_back(
@@ -298,17 +331,16 @@ bool ListPlanner::PlanRows(int64_t rows) {
     for (int64_t i = st.next; i < until; ++i) {
         // A conversion asked to stop ends here, between two rows.
         if (i % 4096 == 0 && platform.StopAsked()) return false;
-        const std::string_view line = m.copyCompletLine.Get(i);
-        // Most rows are comments, clip names and blank lines: no event, and no motion, audio or
-        // split line, which all begin with a letter of "MPAS".
-        if (!m.copyEventNumberStr.HasEntry(size_t(i))) {
-            const char first = line.empty() ? ' ' : char(line[0] | 0x20);
-            if (first != 'm' && first != 'p' && first != 'a' && first != 's') {
-                previous = current;
-                platform.Yield();
-                continue;
-            }
+        // Most rows are comments, clip names and blank lines, which leave no trace: they are
+        // passed over up to the next row to look at (or the next look at the stop).
+        const int64_t visit = NextRowToVisit(st.plan.rowsToVisit.bits, i, std::min(until, (i / 4096 + 1) * 4096));
+        if (visit != i) {
+            previous = current;
+            platform.Yield();
+            i = visit - 1;
+            continue;
         }
+        const std::string_view line = m.copyCompletLine.Get(i);
         const bool skipSplit = o.audio && BeginsCI(line, "SPLIT");
         if (!skipSplit) {
             const bool eventRow = !m.copyEventNumberStr.Get(i).empty() && !m.copyMode.Get(i).empty() &&
