@@ -96,6 +96,7 @@ void ResetGlobalVariables_NEU(Document& m, const MainWindowState& w) {
     m.renderSpare.reset();
     m.lastRendering = LastRendering{};
     m.plan = ListPlan{};
+    m.readTracks = Document::ReadTracks{};
     m.ZeileEins.clear();
     m.ZeileZwei.clear();
     m.newReelName.clear();

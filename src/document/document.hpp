@@ -119,6 +119,14 @@ struct ListValues {
     std::shared_ptr<std::string> renderSpare;
     LastRendering lastRendering;
     ListPlan plan;  // what each line of the new list is
+    // The rows with a read track field and what it holds (kVideo, kAudio), worked out once
+    // per load for the audio switch, which then reads no text of a row it leaves as it is.
+    struct ReadTracks {
+        static constexpr uint8_t kVideo = 1, kAudio = 2;
+        std::vector<uint32_t> rows;
+        std::vector<uint8_t> tracks;
+        ChangeLog::Version version{};  // readOrigMode as they were worked out from
+    } readTracks;
     int32_t maxZeilen = 0;
     FrameRate frameRate;  // the rate of the list, copied from the question's answer by the load
     bool dropFrame = false;

@@ -60,7 +60,10 @@ struct MirrorReels {
 // keep the text they were read with until the next load, and a load fills the event numbers
 // anew, so the set holds while those stay as they are.
 struct RowsToVisit {
-    std::vector<uint64_t> bits;    // one bit per row
+    std::vector<uint64_t> bits;  // one bit per row
+    // The rows whose line begins with "SPLIT". An event line written in a row's place never
+    // does, so this holds as well.
+    std::vector<uint64_t> split;
     ChangeLog::Version numbers{};  // the event numbers they were worked out from
     const void* text = nullptr;    // the text of the lines
 };

@@ -35,6 +35,24 @@ Tracks TracksOf(std::string_view mode) {
     return t;
 }
 
+// The tracks of every row with a read track field, worked out again after a load.
+const Document::ReadTracks& ReadTracksOf(Document& m) {
+    Document::ReadTracks& t = m.readTracks;
+    if (t.version == m.readOrigMode.Changes().Now() && !t.rows.empty()) return t;
+    t.rows.clear();
+    t.tracks.clear();
+    t.rows.reserve(m.readOrigMode.Count());
+    t.tracks.reserve(m.readOrigMode.Count());
+    m.readOrigMode.ForEachEntry([&t](size_t i, std::string_view mode) {
+        const auto [video, audio] = TracksOf(mode);
+        t.rows.push_back(uint32_t(i));
+        t.tracks.push_back(
+            uint8_t((video ? Document::ReadTracks::kVideo : 0) | (audio ? Document::ReadTracks::kAudio : 0)));
+    });
+    t.version = m.readOrigMode.Changes().Now();
+    return t;
+}
+
 int32_t EventOf(const Document& m, size_t row) {
     return row < m.readOrigEventNumberInt.size() ? m.readOrigEventNumberInt[row] : -1;
 }
@@ -47,9 +65,11 @@ void AllAudioOnOff(Document& m, Platform& platform) {
 
     std::vector<ChangeItem>& report = m.report.Section(ReportSection::Audio);
     report.clear();
-    // The copy's mode is set only where it is not what it is to become.
+    // The copy's mode is set only where it is not what it is to become. Both tables refer to
+    // the same text of the list until a mode is changed, so the same place means the same mode.
     const auto setMode = [&m](size_t i, std::string_view mode) {
-        if (m.copyMode(i) != mode) m.copyMode.set(i, mode);
+        const std::string_view now = m.copyMode(i);
+        if ((now.data() != mode.data() || now.size() != mode.size()) && now != mode) m.copyMode.set(i, mode);
     };
     // A row without any track (every line that is no event) counts as audio, shown while audio
     // is kept, and its copy has no mode. The rows between two with a track are done in one go.
@@ -58,19 +78,17 @@ void AllAudioOnOff(Document& m, Platform& platform) {
         if (i < rows && !m.readOrigMode.HasEntry(i)) strayModes.push_back(uint32_t(i));
     });
     for (const uint32_t i : strayModes) m.copyMode.set(i, {});
-    std::vector<uint32_t> withTrack;
-    withTrack.reserve(m.readOrigMode.Count());
-    m.readOrigMode.ForEachEntry([&](size_t i, std::string_view) {
-        if (i < rows) withTrack.push_back(uint32_t(i));
-    });
+    const Document::ReadTracks& tracks = ReadTracksOf(m);
     size_t from = 0;
     const auto display = m.displayThisAudioEventLine.begin();
-    for (const uint32_t i : withTrack) {
+    for (size_t k = 0; k < tracks.rows.size() && tracks.rows[k] < rows; ++k) {
+        const size_t i = tracks.rows[k];
         std::fill(display + ptrdiff_t(from), display + ptrdiff_t(i), m.boolA1234);
-        from = size_t(i) + 1;
+        from = i + 1;
         platform.Yield();
         const std::string_view mode = m.readOrigMode(i);
-        const auto [video, audio] = TracksOf(mode);
+        const bool video = (tracks.tracks[k] & Document::ReadTracks::kVideo) != 0;
+        const bool audio = (tracks.tracks[k] & Document::ReadTracks::kAudio) != 0;
         if (m.boolA1234) {
             // Audio kept: a row without any audio mark but with a "V" is pure video and keeps
             // what it has.

@@ -26,6 +26,7 @@ void TextColumn::clear() {
     s.refs.clear();
     s.arena.clear();
     s.outside.reset();
+    s.outsideRows.clear();
     s.garbage = 0;
     s.recent = {};
     s.recentNext = 0;
@@ -110,18 +111,20 @@ void TextColumn::set(size_t i, std::string_view text) {
 void TextColumn::SetOutsidePieces(SharedText outside, std::span<const Piece> pieces) {
     Storage& s = Own();
     // Rows that still point into the old outside buffer and get no new piece keep their
-    // texts in the arena before that buffer goes.
+    // texts in the arena before that buffer goes. Only the rows given pieces last time can.
     if (s.outside) {
         size_t k = 0;
-        s.rows.ForEach([&](size_t row, size_t place) {
-            Ref& r = s.refs[place];
-            if ((r.length & kKindMask) != kOutside) return;
+        for (const uint32_t row : s.outsideRows) {
             while (k < pieces.size() && pieces[k].row < row) ++k;
-            if (k < pieces.size() && pieces[k].row == row) return;
+            if (k < pieces.size() && pieces[k].row == row) continue;
+            const int64_t place = row < s.rows.size() ? s.rows.Find(row) : -1;
+            if (place < 0) continue;
+            Ref& r = s.refs[size_t(place)];
+            if ((r.length & kKindMask) != kOutside) continue;
             const std::string_view text = View(s, r);
             r = Ref{uint32_t(s.arena.size()), uint32_t(text.size()) | kArena};
             s.arena.append(text);
-        });
+        }
     }
     for (const Piece& p : pieces) {
         if (p.row >= s.rows.size() || p.length > kMaxLength) continue;
@@ -138,6 +141,8 @@ void TextColumn::SetOutsidePieces(SharedText outside, std::span<const Piece> pie
         }
     }
     s.outside = std::move(outside);
+    s.outsideRows.resize(pieces.size());
+    for (size_t k = 0; k < pieces.size(); ++k) s.outsideRows[k] = pieces[k].row;
     if (s.garbage > (1u << 20) && s.garbage * 2 > s.arena.size()) Compact(s);
 }
 

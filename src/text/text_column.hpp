@@ -134,6 +134,9 @@ private:
         std::string arena;
         SharedText document;
         SharedText outside;
+        // The rows given pieces of the outside buffer, in order: every row that points into
+        // it is among them (a row set since points elsewhere, which does no harm).
+        std::vector<uint32_t> outsideRows;
         size_t garbage = 0;  // arena bytes no entry refers to any more
         // The last few short texts put into the arena, so that a table set again and again
         // to "K", "D" or "**" does not grow.

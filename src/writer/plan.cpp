@@ -174,14 +174,13 @@ void UpdateRowsToVisit(Document& m) {
     const void* text = m.copyCompletLine.Document().get();
     if (v.bits.size() == rows / 64 + 1 && v.numbers == m.copyEventNumberStr.Changes().Now() && v.text == text) return;
     v.bits.assign(rows / 64 + 1, 0);
+    v.split.assign(rows / 64 + 1, 0);
     for (size_t i = 0; i < rows; ++i) {
-        bool visit = m.copyEventNumberStr.HasEntry(i);
-        if (!visit) {
-            const std::string_view line = m.copyCompletLine.Get(int64_t(i));
-            const char first = line.empty() ? ' ' : char(line[0] | 0x20);
-            visit = first == 'm' || first == 'p' || first == 'a' || first == 's';
-        }
-        if (visit) v.bits[i / 64] |= uint64_t(1) << (i % 64);
+        const std::string_view line = m.copyCompletLine.Get(int64_t(i));
+        const char first = line.empty() ? ' ' : char(line[0] | 0x20);
+        if (m.copyEventNumberStr.HasEntry(i) || first == 'm' || first == 'p' || first == 'a' || first == 's')
+            v.bits[i / 64] |= uint64_t(1) << (i % 64);
+        if (first == 's' && BeginsCI(line, "SPLIT")) v.split[i / 64] |= uint64_t(1) << (i % 64);
     }
     v.numbers = m.copyEventNumberStr.Changes().Now();
     v.text = text;
@@ -340,8 +339,7 @@ bool ListPlanner::PlanRows(int64_t rows) {
             i = visit - 1;
             continue;
         }
-        const std::string_view line = m.copyCompletLine.Get(i);
-        const bool skipSplit = o.audio && BeginsCI(line, "SPLIT");
+        const bool skipSplit = o.audio && (st.plan.rowsToVisit.split[size_t(i) / 64] >> (i % 64) & 1) != 0;
         if (!skipSplit) {
             const bool eventRow = !m.copyEventNumberStr.Get(i).empty() && !m.copyMode.Get(i).empty() &&
                                   At(m.displayThisAudioEventLine, i) && At(m.displayThisKeyEventLine, i);
@@ -386,6 +384,7 @@ bool ListPlanner::PlanRows(int64_t rows) {
                 lines.Add(LineKind::Event, uint32_t(i));
                 ++st.events;
             } else {
+                const std::string_view line = m.copyCompletLine.Get(i);
                 const bool isMotion = IsMotionLine(line);
                 const bool kept = KeepsNoteRow(line, isMotion, At(m.readOrigM2, i), o);
                 if (kept) lines.Add(LineKind::Note, uint32_t(i));
