@@ -91,17 +91,23 @@ struct Place {
     int tab = 0;
 };
 
-constexpr Option Switch(std::string_view name, std::string_view offName, bool ConvertOptions::*flag, bool on,
-                        Place place, std::string_view help) {
+// What every kind of option has: its name, its help and the window's control.
+constexpr Option Common(Option::Kind kind, std::string_view name, Place place, std::string_view help) {
     Option o{};
-    o.kind = Option::Kind::Switch;
+    o.kind = kind;
     o.name = name;
-    o.offName = offName;
     o.help = help;
     o.control = place.control;
     o.caption = place.caption;
     o.box = place.box;
     o.tab = place.tab;
+    return o;
+}
+
+constexpr Option Switch(std::string_view name, std::string_view offName, bool ConvertOptions::*flag, bool on,
+                        Place place, std::string_view help) {
+    Option o = Common(Option::Kind::Switch, name, place, help);
+    o.offName = offName;
     o.flag = flag;
     o.on = on;
     return o;
@@ -111,14 +117,7 @@ constexpr Option Choice(std::string_view name, std::span<const std::string_view>
                         std::span<const std::string_view> captions, int defaultChoice,
                         int (*get)(const ConvertOptions&), void (*set)(ConvertOptions&, int), Place place,
                         std::string_view help) {
-    Option o{};
-    o.kind = Option::Kind::Choice;
-    o.name = name;
-    o.help = help;
-    o.control = place.control;
-    o.caption = place.caption;
-    o.box = place.box;
-    o.tab = place.tab;
+    Option o = Common(Option::Kind::Choice, name, place, help);
     o.choices = choices;
     o.choiceCaptions = captions;
     o.defaultChoice = defaultChoice;
@@ -129,14 +128,7 @@ constexpr Option Choice(std::string_view name, std::span<const std::string_view>
 
 constexpr Option Text(std::string_view name, std::optional<std::string> ConvertOptions::*text, std::string_view metavar,
                       Option::TextRule rule, Place place, std::string_view help) {
-    Option o{};
-    o.kind = Option::Kind::Text;
-    o.name = name;
-    o.help = help;
-    o.control = place.control;
-    o.caption = place.caption;
-    o.box = place.box;
-    o.tab = place.tab;
+    Option o = Common(Option::Kind::Text, name, place, help);
     o.text = text;
     o.metavar = metavar;
     o.rule = rule;
