@@ -470,6 +470,22 @@ int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std:
     const size_t ahead = (o.output && *o.output == "-") || o.report ? size_t(o.jobs) * 2 : size_t(o.jobs) * 2 + 64;
     StopWatch stop([&reports] { reports.Drop(); });
 
+    auto convert = [&](size_t k) {
+        const Target& target = *targets[k];
+        Outcome r;
+        try {
+            if (stop.Stopping()) {
+                r.stopped = true;
+            } else {
+                r = ConvertList(o, target, stop);
+            }
+        } catch (const std::exception& e) {  // no memory for this list: the others go on
+            r = Outcome{};
+            r.status = 1;
+            r.messages = "vornelt-convert: " + target.input + ": " + e.what() + "\n";
+        }
+        return r;
+    };
     auto work = [&] {
         for (;;) {
             size_t k;
@@ -479,19 +495,7 @@ int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std:
                 if (next >= n) return;
                 k = next++;
             }
-            const Target& target = *targets[k];
-            Outcome r;
-            try {
-                if (stop.Stopping()) {
-                    r.stopped = true;
-                } else {
-                    r = ConvertList(o, target, stop);
-                }
-            } catch (const std::exception& e) {  // no memory for this list: the others go on
-                r = Outcome{};
-                r.status = 1;
-                r.messages = "vornelt-convert: " + target.input + ": " + e.what() + "\n";
-            }
+            Outcome r = convert(k);
             {
                 std::lock_guard lock(mutex);
                 outcomes[k] = std::move(r);
@@ -499,10 +503,11 @@ int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std:
             ready.notify_one();
         }
     };
-    // The workers never take the signals that stop the program (see StopWatch).
+    // The workers never take the signals that stop the program (see StopWatch). One job runs
+    // on this thread, which holds them already: a thread of its own would only add its start.
     std::vector<std::thread> workers;
     const unsigned jobs = unsigned(std::min<size_t>(o.jobs, n));
-    {
+    if (jobs > 1) {
         sigset_t held, before;
         sigemptyset(&held);
         for (const int signal : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&held, signal);
@@ -515,7 +520,9 @@ int ConvertAll(const Options& o, const std::vector<const Target*>& targets, std:
     for (size_t k = 0; k < n; ++k) {
         if (!broken) status.Show(k, targets[k]->input);
         Outcome r;
-        {
+        if (jobs <= 1) {
+            r = convert(k);
+        } else {
             std::unique_lock lock(mutex);
             ready.wait(lock, [&] { return outcomes[k].has_value(); });
             r = std::move(*outcomes[k]);

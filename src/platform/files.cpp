@@ -1,6 +1,7 @@
 #include "platform/files.hpp"
 
 #include <cerrno>
+#include <chrono>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
@@ -13,6 +14,7 @@
 #include <poll.h>
 #include <pthread.h>
 #include <signal.h>
+#include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #if defined(__APPLE__)
@@ -281,10 +283,18 @@ mode_t CurrentUmask() {
     return 022;
 }
 
+// A seed for the names of temporary files, from the system's entropy; a name that is taken
+// is only tried again, so the time and the process do where that fails.
+unsigned Seed() {
+    unsigned seed = 0;
+    if (::getentropy(&seed, sizeof seed) == 0) return seed;
+    return unsigned(std::chrono::steady_clock::now().time_since_epoch().count()) ^ unsigned(::getpid());
+}
+
 // ".vornelt-XXXXXX.tmp": short, so that any legal target name saves beside it.
 std::string TemporaryName() {
     static constexpr char kLetters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
-    thread_local std::mt19937 random(std::random_device{}() ^ unsigned(::getpid()));
+    thread_local std::mt19937 random(Seed());
     std::string name = ".vornelt-";
     for (int k = 0; k < 6; ++k) name += kLetters[random() % (sizeof kLetters - 1)];
     return name + ".tmp";
