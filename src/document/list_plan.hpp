@@ -68,6 +68,27 @@ struct RowsToVisit {
     const void* text = nullptr;    // the text of the lines
 };
 
+// What a run reads of each row's texts, as a byte: whether the row has an event number, what
+// its transition adds to the comment block of its event, and, for a row without an
+// event number, whether its line is a motion or an audio line. A row's code is worked out the
+// first time a run needs it and kept while the tables it comes from stand, so that a click
+// that changes none of them reads a byte a row instead of the rows' texts.
+struct RowCodes {
+    enum : uint8_t {
+        Known = 1,       // the rest of the byte is worked out
+        Number = 2,      // an event number that is not empty
+        NoDuration = 4,  // no transition duration
+        Motion = 8,      // no event number, and a motion line ("M2", "PEG A", "PEG B")
+        Audio = 16,      // no event number, and an audio line ("AUD")
+        FormShift = 5,   // two bits from here: what a further row of an event adds to its block
+        Numbered = 128,  // an event number, which may be empty
+    };
+    enum Form : uint8_t { Nothing = 0, Dissolve = 1, Wipe = 2, Key = 3 };
+    std::vector<uint8_t> rows;
+    ChangeLog::Version numbers{}, trans{}, durations{};  // the tables they were read from
+    const void* text = nullptr;                          // the text of the lines
+};
+
 struct ListPlan {
     PlanOptions options;
     std::string title;       // the sequence title
@@ -78,6 +99,7 @@ struct ListPlan {
     uint32_t lineCount = 0;  // the lines of the new list
     MirrorReels mirrorReels;
     RowsToVisit rowsToVisit;
+    RowCodes rowCodes;
 
     // The event line of a row in the new list, or null when the row has none.
     const PlannedLine* EventLineOf(uint32_t row) const {

@@ -37,14 +37,14 @@ inline bool IsMotionLine(std::string_view line) {
 
 // A row that is no event line: motion lines under the two removal options, audio lines
 // while audio is kept. Everything else, the source's own comments among it, is dropped.
-inline bool KeepsNoteRow(std::string_view line, bool isMotion, double motion, const PlanOptions& o) {
+inline bool KeepsNoteRow(bool isMotion, bool isAudio, double motion, const PlanOptions& o) {
     if (isMotion) {
         // Exact comparisons of the stored values: 0.0 is a freeze frame, anything but the
         // no-motion mark is a speed change.
         if (!o.removeSpeedChanges && motion != kNoMotionLine && motion != 0.0) return true;
         if (!o.removeFreezeFrames && motion == 0.0) return true;
     }
-    return o.audio && BeginsCI(line, "AUD");
+    return o.audio && isAudio;
 }
 
 // The comment lines of one event, gathered while its rows go by. Two buffers take turns so
@@ -96,30 +96,68 @@ private:
     std::string spare_;
 };
 
-// A further row of the event in hand: what its transition adds to the block.
-void CommentFurtherRow(CommentBlock& block, std::string_view trans, std::string_view duration, int wipeTable) {
+// What a further row of the event in hand adds to the block, by its transition.
+RowCodes::Form FurtherRowForm(std::string_view trans, std::string_view duration) {
     const double value = Val(duration);
     const bool isC = IsCI(trans, "C");
     const bool isD = IsCI(trans, "D");
     const bool isK = IsCI(trans, "K");
-    if (isC && duration.empty()) return;
-    if (isD && value > 0) {
-        block.DissolveForm();
-        return;
-    }
-    if (!isD && !isK && !isC && value > 0) {
-        if (wipeTable == 0)
-            block.WipeForm(WipeCodesFCP(trans));
-        else if (wipeTable == 1)
-            block.WipeForm(WipeCodesSMPTE(trans));
-        return;
-    }
-    if (isK) {
-        block.KeyForm();  // a key always comments, whatever its duration
-        return;
-    }
+    if (isC && duration.empty()) return RowCodes::Nothing;
+    if (isD && value > 0) return RowCodes::Dissolve;
+    if (!isD && !isK && !isC && value > 0) return RowCodes::Wipe;
+    if (isK) return RowCodes::Key;  // a key always comments, whatever its duration
     // Only a "C" with a duration comes here: it counts as a cross dissolve.
-    if (!trans.empty() && value > 0) block.DissolveForm();
+    if (!trans.empty() && value > 0) return RowCodes::Dissolve;
+    return RowCodes::Nothing;
+}
+
+// A further row of the event in hand: what its transition adds to the block. A wipe takes the
+// name of its code in the table of the popup, and nothing when the popup names no table.
+void CommentFurtherRow(CommentBlock& block, RowCodes::Form form, std::string_view trans, int wipeTable) {
+    switch (form) {
+        case RowCodes::Nothing: break;
+        case RowCodes::Dissolve: block.DissolveForm(); break;
+        case RowCodes::Wipe:
+            if (wipeTable == 0)
+                block.WipeForm(WipeCodesFCP(trans));
+            else if (wipeTable == 1)
+                block.WipeForm(WipeCodesSMPTE(trans));
+            break;
+        case RowCodes::Key: block.KeyForm(); break;
+    }
+}
+
+// Row i's code, worked out from its texts.
+uint8_t RowCode(const Document& m, int64_t i) {
+    uint8_t code = RowCodes::Known;
+    if (!m.copyEventNumberStr.Get(i).empty()) code |= RowCodes::Number;
+    const std::string_view duration = m.copyTransDur.Get(i);
+    if (duration.empty()) code |= RowCodes::NoDuration;
+    code |= uint8_t(FurtherRowForm(m.copyTrans.Get(i), duration) << RowCodes::FormShift);
+    if (m.copyEventNumberStr.HasEntry(size_t(i))) {
+        code |= RowCodes::Numbered;
+    } else {
+        const std::string_view line = m.copyCompletLine.Get(i);
+        if (IsMotionLine(line)) code |= RowCodes::Motion;
+        if (BeginsCI(line, "AUD")) code |= RowCodes::Audio;
+    }
+    return code;
+}
+
+// The codes are forgotten when a table they were read from changed, and worked out again row
+// by row as runs need them.
+void UpdateRowCodes(Document& m) {
+    RowCodes& c = m.plan.rowCodes;
+    const size_t rows = size_t(std::max<int32_t>(m.maxZeilen, 0)) + 1;
+    const void* text = m.copyCompletLine.Document().get();
+    if (c.rows.size() == rows && c.numbers == m.copyEventNumberStr.Changes().Now() &&
+        c.trans == m.copyTrans.Changes().Now() && c.durations == m.copyTransDur.Changes().Now() && c.text == text)
+        return;
+    c.rows.assign(rows, 0);
+    c.numbers = m.copyEventNumberStr.Changes().Now();
+    c.trans = m.copyTrans.Changes().Now();
+    c.durations = m.copyTransDur.Changes().Now();
+    c.text = text;
 }
 
 // The speed of a motion line as the line itself has it. The window keeps the speeds of the
@@ -137,7 +175,7 @@ std::string SpeedJudged(const Document& m, int64_t i) {
 void RecordMotion(const Document& m, const PlanOptions& o, int64_t i, int32_t event, bool kept,
                   std::vector<ChangeItem>& report) {
     const double own = OwnSpeed(m, i);
-    if (KeepsNoteRow(m.copyCompletLine.Get(i), true, own, o) != kept)
+    if (KeepsNoteRow(true, BeginsCI(m.copyCompletLine.Get(i), "AUD"), own, o) != kept)
         report.push_back({ChangeKind::MotionJudgedByListBefore, int32_t(i), event, kept ? 1 : 0,
                           std::string(m.readOrigM2Str.Get(i)), SpeedJudged(m, i)});
     else if (!kept)
@@ -285,6 +323,7 @@ struct ListPlanner::State {
         record = m.report.recording;
         if (o.mirror) UpdateMirrorReels(m);
         UpdateRowsToVisit(m);
+        UpdateRowCodes(m);
         for (int64_t i = 0; record && i < 2 && i <= int64_t(m.maxZeilen); ++i)
             if (!m.copyEventNumberStr.Get(i).empty() && !m.copyMode.Get(i).empty())
                 report.push_back(
@@ -327,6 +366,7 @@ bool ListPlanner::PlanRows(int64_t rows) {
     const bool record = st.record;
     int32_t current = st.current, previous = st.previous;
     const int64_t until = std::min<int64_t>(int64_t(m.maxZeilen) + 1, st.next + rows);
+    std::vector<uint8_t>& codes = plan.rowCodes.rows;
     for (int64_t i = st.next; i < until; ++i) {
         // A conversion asked to stop ends here, between two rows.
         if (i % 4096 == 0 && platform.StopAsked()) return false;
@@ -341,15 +381,17 @@ bool ListPlanner::PlanRows(int64_t rows) {
         }
         const bool skipSplit = o.audio && (st.plan.rowsToVisit.split[size_t(i) / 64] >> (i % 64) & 1) != 0;
         if (!skipSplit) {
-            const bool eventRow = !m.copyEventNumberStr.Get(i).empty() && !m.copyMode.Get(i).empty() &&
+            uint8_t& known = codes[size_t(i)];
+            const uint8_t code = known != 0 ? known : (known = RowCode(m, i));
+            // The modes change with the audio switch: they are looked up as they stand.
+            const bool eventRow = (code & RowCodes::Number) != 0 && !m.copyMode.Get(i).empty() &&
                                   At(m.displayThisAudioEventLine, i) && At(m.displayThisKeyEventLine, i);
             if (eventRow) {
                 current = At(m.readOrigEventNumberInt, i);
                 if (o.comments) {
-                    const std::string_view trans = m.copyTrans.Get(i);
-                    const std::string_view duration = m.copyTransDur.Get(i);
                     if (current == previous) {
-                        CommentFurtherRow(block, trans, duration, o.wipeTable);
+                        const auto form = RowCodes::Form(code >> RowCodes::FormShift & 3);
+                        if (form != RowCodes::Nothing) CommentFurtherRow(block, form, m.copyTrans.Get(i), o.wipeTable);
                     } else {
                         // A new event: the block of the one before goes out, ahead of this
                         // line, with a FROM line unless this row brings its own transition.
@@ -361,7 +403,7 @@ bool ListPlanner::PlanRows(int64_t rows) {
                                               i == 2 ? "stands right behind the header"
                                                      : "is numbered " + std::to_string(current) + ", not 1",
                                               {}});
-                        if (duration.empty()) block.PrependFrom();
+                        if (code & RowCodes::NoDuration) block.PrependFrom();
                         const size_t begin = plan.comments.size();
                         // Only a block of three lines is sorted; sorting keeps the number of lines.
                         if (block.LineEnds() == 3)
@@ -384,9 +426,15 @@ bool ListPlanner::PlanRows(int64_t rows) {
                 lines.Add(LineKind::Event, uint32_t(i));
                 ++st.events;
             } else {
-                const std::string_view line = m.copyCompletLine.Get(i);
-                const bool isMotion = IsMotionLine(line);
-                const bool kept = KeepsNoteRow(line, isMotion, At(m.readOrigM2, i), o);
+                // A row with an event number that is no event line here has the text of its
+                // last event line, which changes with the renderings: it is read as it stands.
+                bool isMotion = (code & RowCodes::Motion) != 0, isAudio = (code & RowCodes::Audio) != 0;
+                if (code & RowCodes::Numbered) {
+                    const std::string_view line = m.copyCompletLine.Get(i);
+                    isMotion = IsMotionLine(line);
+                    isAudio = BeginsCI(line, "AUD");
+                }
+                const bool kept = KeepsNoteRow(isMotion, isAudio, At(m.readOrigM2, i), o);
                 if (kept) lines.Add(LineKind::Note, uint32_t(i));
                 if (record && isMotion) RecordMotion(m, o, i, current, kept, report);
             }

@@ -94,6 +94,7 @@ TEST_F(HandlersTest, ClicksInAnyOrderGiveWhatAWholeRenderingGives) {
                     m().lastRendering = LastRendering{};
                     m().plan.rowsToVisit = RowsToVisit{};
                     m().plan.mirrorReels = MirrorReels{};
+                    m().plan.rowCodes = RowCodes{};
                     m().readTracks = Document::ReadTracks{};
                 }
                 const unsigned what = random() % 11;
