@@ -7,25 +7,24 @@
 // every leaf there is, and under a hypervisor each read costs microseconds, which a program
 // that converts one short list and ends would spend on nothing else.
 
-#if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
-#include <cpuid.h>
-#endif
-
 namespace vornelt {
 
 #if defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
 namespace processor_detail {
-// The feature bits of CPUID leaf 1 in ECX.
+// The feature bits of CPUID leaf 1 in ECX, which every x86-64 processor has. Asked in place,
+// so that this header brings no macros of the compiler's CPUID header into its readers.
 inline unsigned Leaf1Ecx() noexcept {
-    unsigned a = 0, b = 0, c = 0, d = 0;
-    return __get_cpuid(1, &a, &b, &c, &d) ? c : 0;
+    unsigned a = 1, b = 0, c = 0, d = 0;
+    __asm__ volatile("cpuid" : "+a"(a), "=b"(b), "+c"(c), "=d"(d));
+    return c;
 }
+constexpr unsigned kPopcnt = 1u << 23, kOsxsave = 1u << 27, kAvx = 1u << 28;
 __attribute__((target("xsave"))) inline unsigned long long EnabledStates() noexcept { return __builtin_ia32_xgetbv(0); }
 __attribute__((target("avx"))) inline void ZeroUpperHalves() noexcept { __builtin_ia32_vzeroupper(); }
 // AVX instructions may run: the processor has them and the system saves their registers.
 inline bool AvxUsable() noexcept {
     const unsigned c = Leaf1Ecx();
-    if (!(c & bit_AVX) || !(c & bit_OSXSAVE)) return false;
+    if (!(c & kAvx) || !(c & kOsxsave)) return false;
     return (EnabledStates() & 0x6) == 0x6;  // the SSE and AVX register states
 }
 }  // namespace processor_detail
@@ -34,7 +33,7 @@ inline bool AvxUsable() noexcept {
 // The name of an instruction the build uses and this processor lacks, or null.
 inline const char* MissingProcessorFeature() noexcept {
 #if defined(__POPCNT__) && defined(__x86_64__) && (defined(__GNUC__) || defined(__clang__))
-    if (!(processor_detail::Leaf1Ecx() & bit_POPCNT)) return "POPCNT";
+    if (!(processor_detail::Leaf1Ecx() & processor_detail::kPopcnt)) return "POPCNT";
 #endif
     return nullptr;
 }

@@ -287,7 +287,12 @@ mode_t CurrentUmask() {
 // is only tried again, so the time and the process do where that fails.
 unsigned Seed() {
     unsigned seed = 0;
+#if defined(__linux__)
+    // Not waiting for a random pool that is not filled yet, early after a start.
+    if (::getrandom(&seed, sizeof seed, GRND_NONBLOCK) == ssize_t(sizeof seed)) return seed;
+#else
     if (::getentropy(&seed, sizeof seed) == 0) return seed;
+#endif
     return unsigned(std::chrono::steady_clock::now().time_since_epoch().count()) ^ unsigned(::getpid());
 }
 
