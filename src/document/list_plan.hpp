@@ -69,8 +69,8 @@ struct RowsToVisit {
 };
 
 // What a run reads of each row's texts, as a byte: whether the row has an event number, what
-// its transition adds to the comment block of its event, and, for a row without an
-// event number, whether its line is a motion or an audio line. A row's code is worked out the
+// its transition adds to the comment block of its event, and whether its line is a motion or
+// an audio line (for a row with an event number, whether it was read as one). A row's code is worked out the
 // first time a run needs it and kept while the tables it comes from stand, so that a click
 // that changes none of them reads a byte a row instead of the rows' texts.
 struct RowCodes {
@@ -78,8 +78,10 @@ struct RowCodes {
         Known = 1,       // the rest of the byte is worked out
         Number = 2,      // an event number that is not empty
         NoDuration = 4,  // no transition duration
-        Motion = 8,      // no event number, and a motion line ("M2", "PEG A", "PEG B")
-        Audio = 16,      // no event number, and an audio line ("AUD")
+        // A motion line ("M2", "PEG A", "PEG B") and an audio line ("AUD"): for a row with an
+        // event number, as it was read, and the line as it stands is to be looked at.
+        Motion = 8,
+        Audio = 16,
         FormShift = 5,   // two bits from here: what a further row of an event adds to its block
         Numbered = 128,  // an event number, which may be empty
     };

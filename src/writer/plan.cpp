@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <functional>
 
 #include "text/text.hpp"
 #include "vocabulary/vocabulary.hpp"
@@ -20,6 +21,7 @@ constexpr std::string_view kEffectName = "* EFFECT NAME: ";
 constexpr std::string_view kToClipName = "* TO CLIP NAME:  ";
 constexpr std::string_view kFromClipName = "* FROM CLIP NAME:  ";
 constexpr std::string_view kKeyClipName = "* KEY CLIP NAME:  ";
+constexpr std::string_view kLineEnd = "\r";
 
 // The tables are aligned by the load; these readers keep a run safe all the same when one
 // of them is short, by giving the value of a row that holds nothing.
@@ -134,13 +136,14 @@ uint8_t RowCode(const Document& m, int64_t i) {
     const std::string_view duration = m.copyTransDur.Get(i);
     if (duration.empty()) code |= RowCodes::NoDuration;
     code |= uint8_t(FurtherRowForm(m.copyTrans.Get(i), duration) << RowCodes::FormShift);
-    if (m.copyEventNumberStr.HasEntry(size_t(i))) {
-        code |= RowCodes::Numbered;
-    } else {
-        const std::string_view line = m.copyCompletLine.Get(i);
-        if (IsMotionLine(line)) code |= RowCodes::Motion;
-        if (BeginsCI(line, "AUD")) code |= RowCodes::Audio;
-    }
+    // A row with an event number keeps the line it was read with or takes the event lines
+    // written for it, which begin with their number: only a line read as a motion or audio
+    // line can be one now.
+    const bool numbered = m.copyEventNumberStr.HasEntry(size_t(i));
+    const std::string_view line = numbered ? m.readOrigCompleteLine.Get(i) : m.copyCompletLine.Get(i);
+    if (numbered) code |= RowCodes::Numbered;
+    if (IsMotionLine(line)) code |= RowCodes::Motion;
+    if (BeginsCI(line, "AUD")) code |= RowCodes::Audio;
     return code;
 }
 
@@ -239,18 +242,16 @@ int64_t NextRowToVisit(const std::vector<uint64_t>& bits, int64_t i, int64_t end
 // (the same effects, the same movie), so the sorting of a block is looked up before it is done.
 class SortedBlocks {
 public:
-    void Append(std::string& out, std::string_view block) {
+    // The block sorted; the text stays until the next call.
+    std::string_view Sorted(std::string_view block) {
         for (Entry& e : entries_)
-            if (e.block == block) {
-                out.append(e.sorted);
-                return;
-            }
+            if (e.block == block) return e.sorted;
         Entry& e = entries_[next_];
         next_ = (next_ + 1) % entries_.size();
         e.block.assign(block);
         e.sorted.clear();
         AppendSortedCommentLine(e.sorted, block);
-        out.append(e.sorted);
+        return e.sorted;
     }
 
 private:
@@ -261,23 +262,42 @@ private:
     size_t next_ = 0;
 };
 
-// Lines are added one after the other, each numbered as it comes.
+// Lines are added one after the other, each numbered as it comes. The plan's lines and comment
+// text move only after `beforeMove` has run, so that a writer reading the lines already
+// planned on another thread can be asked to hold still first.
 class Lines {
 public:
     explicit Lines(ListPlan& plan) : plan_(plan) {}
     void Add(LineKind kind, uint32_t row) {
+        RoomForLine();
         plan_.lines.push_back({kind, row, ++plan_.lineCount, 0, 0});
         row_ = row;
+    }
+    // Comment text for the next comment line, in pieces.
+    void AppendComments(std::string_view text) {
+        std::string& c = plan_.comments;
+        if (c.capacity() - c.size() < text.size()) {
+            if (beforeMove) beforeMove();
+            c.reserve(std::max(c.size() + text.size(), 2 * c.capacity()));
+        }
+        c.append(text);
     }
     // The comment text appended to the plan since `begin`, with its line ends: one planned
     // line for all of it.
     void AddComments(size_t begin, uint32_t lineEnds) {
+        RoomForLine();
         plan_.lines.push_back(
             {LineKind::Comments, row_, plan_.lineCount + 1, uint32_t(begin), uint32_t(plan_.comments.size())});
         plan_.lineCount += lineEnds;
     }
 
+    std::function<void()> beforeMove;
+
 private:
+    void RoomForLine() {
+        if (plan_.lines.size() == plan_.lines.capacity() && beforeMove) beforeMove();
+    }
+
     ListPlan& plan_;
     uint32_t row_ = 0;  // the row of the line before
 };
@@ -354,6 +374,8 @@ ListPlanner::~ListPlanner() = default;
 
 bool ListPlanner::Done() const noexcept { return s_->next > int64_t(s_->m.maxZeilen); }
 
+void ListPlanner::BeforeMove(std::function<void()> f) { s_->lines.beforeMove = std::move(f); }
+
 bool ListPlanner::PlanRows(int64_t rows) {
     State& st = *s_;
     Document& m = st.m;
@@ -406,11 +428,8 @@ bool ListPlanner::PlanRows(int64_t rows) {
                         if (code & RowCodes::NoDuration) block.PrependFrom();
                         const size_t begin = plan.comments.size();
                         // Only a block of three lines is sorted; sorting keeps the number of lines.
-                        if (block.LineEnds() == 3)
-                            st.sorted.Append(plan.comments, block.Text());
-                        else
-                            plan.comments.append(block.Text());
-                        plan.comments.push_back(kCR);
+                        lines.AppendComments(block.LineEnds() == 3 ? st.sorted.Sorted(block.Text()) : block.Text());
+                        lines.AppendComments(kLineEnd);
                         lines.AddComments(begin, block.LineEnds() + 1);
                         block.Clear();
                     }
@@ -429,7 +448,7 @@ bool ListPlanner::PlanRows(int64_t rows) {
                 // A row with an event number that is no event line here has the text of its
                 // last event line, which changes with the renderings: it is read as it stands.
                 bool isMotion = (code & RowCodes::Motion) != 0, isAudio = (code & RowCodes::Audio) != 0;
-                if (code & RowCodes::Numbered) {
+                if ((code & RowCodes::Numbered) && (isMotion || isAudio)) {
                     const std::string_view line = m.copyCompletLine.Get(i);
                     isMotion = IsMotionLine(line);
                     isAudio = BeginsCI(line, "AUD");
@@ -458,8 +477,9 @@ void ListPlanner::Finish() {
     // 4. The closing lines: the last event's block, unsorted, behind a FROM line.
     if (o.comments) {
         const size_t begin = plan.comments.size();
-        plan.comments.append(kFromClipName).append(m.myAbsMovieName).push_back(kCR);
-        plan.comments.append(st.block.Text()).push_back(kCR);
+        for (const std::string_view piece :
+             {kFromClipName, std::string_view(m.myAbsMovieName), kLineEnd, std::string_view(st.block.Text()), kLineEnd})
+            st.lines.AppendComments(piece);
         st.lines.AddComments(begin, 1 + st.block.MovieLineEnds() + st.block.LineEnds() + 1);
     }
 

@@ -3,6 +3,7 @@
 // notes are kept, where the generated comment lines go, decided from the copy tables and the
 // options; and the fields of each event line as values.
 
+#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -41,6 +42,8 @@ public:
     // Plans up to `rows` more rows; false when the platform asked it to stop.
     bool PlanRows(int64_t rows);
     bool Done() const noexcept;  // every row is planned
+    // Runs before the plan's lines or comment text move to larger memory.
+    void BeforeMove(std::function<void()> f);
     // The closing lines and the report's items of the whole list.
     void Finish();
 

@@ -5,11 +5,15 @@
 // event line whose tables have not changed since the rendering before, under the same options
 // that shape a line, is copied from the list before instead of being put together anew.
 #include <algorithm>
+#include <condition_variable>
 #include <cstring>
+#include <exception>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 #include "text/encodings.hpp"
@@ -203,16 +207,17 @@ void RememberLines(Document& m, std::vector<TextColumn::Piece>&& lines) {
     last.reelName = m.plan.masterReel;
 }
 
-size_t EstimatedSize(const Document& m, const ListPlan& plan) {
+// Room for the list as the text of the rows and the header; the comment lines are about as
+// long as the clip name lines they stand for.
+size_t EstimatedSize(const Document& m) {
     const size_t rows = m.maxZeilen > 0 ? size_t(m.maxZeilen) + 1 : 1;
-    return rows * 82 + plan.comments.size() + plan.title.size() + 256;
+    return rows * 82 + m.newSeqTitle.size() + 256;
 }
 
 // One planned line in the list's columns, ended by a carriage return. An event line is put
 // together from its fields, unless the list before has it already.
-void WriteLine(const Document& m, const PlannedLine& l, std::string& out, std::string& reelField,
-               LinesBefore* linesBefore) {
-    const ListPlan& plan = m.plan;
+void WriteLine(const Document& m, const ListPlan& plan, const PlannedLine& l, std::string_view comments,
+               std::string& out, std::string& reelField, LinesBefore* linesBefore) {
     const bool gvg = plan.options.grassValley;
     switch (l.kind) {
         case LineKind::Title:
@@ -226,7 +231,7 @@ void WriteLine(const Document& m, const PlannedLine& l, std::string& out, std::s
                 .push_back(kCR);
             break;
         case LineKind::Blank: out.push_back(kCR); break;
-        case LineKind::Comments: out.append(std::string_view(plan.comments).substr(l.begin, l.end - l.begin)); break;
+        case LineKind::Comments: out.append(comments.substr(l.begin, l.end - l.begin)); break;
         case LineKind::Note: out.append(m.copyCompletLine.Get(l.row)).push_back(kCR); break;
         case LineKind::Event: {
             if (const std::optional<std::string_view> before = linesBefore ? linesBefore->Line(l.row) : std::nullopt) {
@@ -246,27 +251,183 @@ void WriteLine(const Document& m, const PlannedLine& l, std::string& out, std::s
     }
 }
 
-// The plan written out. The pieces of the event lines (row, where, how long) are gathered for
-// the working copy and the next rendering.
-void WritePlan(Document& m, std::string& out, std::vector<TextColumn::Piece>& pieces) {
-    LinesBefore linesBefore(m, m.plan);
-    std::string reelField;
-    for (const PlannedLine& l : m.plan.lines) {
-        const size_t start = out.size();
-        WriteLine(m, l, out, reelField, &linesBefore);
-        // The row's text becomes the line just written. It is a piece of the list itself,
-        // handed over when the list is done; nothing of this run reads the row's text again.
-        if (l.kind == LineKind::Event && l.row < m.copyCompletLine.size())
-            pieces.push_back({l.row, uint32_t(start), uint32_t(out.size() - 1 - start)});
+// What the lines are written under, copied from the plan: beside a planner that goes on
+// adding to the plan on another thread, the writer reads nothing that shares memory with
+// what the planner writes.
+ListPlan ShapeOf(const ListPlan& plan) {
+    ListPlan shape;
+    shape.options = plan.options;
+    shape.title = plan.title;
+    shape.masterReel = plan.masterReel;
+    shape.dropFrame = plan.dropFrame;
+    if (plan.options.mirror) shape.mirrorReels.rows = plan.mirrorReels.rows;
+    return shape;
+}
+
+// Planned lines written out, a stretch at a time, for the working copy and the next rendering:
+// the pieces of the event lines (row, where, how long) are gathered as they are written.
+class PlanWriter {
+public:
+    PlanWriter(Document& m, std::string& out, std::vector<TextColumn::Piece>& pieces)
+        : m_(m), shape_(ShapeOf(m.plan)), out_(out), pieces_(pieces), linesBefore_(m, shape_) {}
+
+    void Write(const PlannedLine* from, const PlannedLine* to, std::string_view comments) {
+        for (const PlannedLine* l = from; l != to; ++l) {
+            const size_t start = out_.size();
+            WriteLine(m_, shape_, *l, comments, out_, reelField_, &linesBefore_);
+            // The row's text becomes the line just written. It is a piece of the list itself,
+            // handed over when the list is done; nothing of this run reads the row's text again.
+            if (l->kind == LineKind::Event && l->row < m_.copyCompletLine.size())
+                pieces_.push_back({l->row, uint32_t(start), uint32_t(out_.size() - 1 - start)});
+        }
     }
+
+private:
+    const Document& m_;
+    const ListPlan shape_;
+    std::string& out_;
+    std::vector<TextColumn::Piece>& pieces_;
+    LinesBefore linesBefore_;
+    std::string reelField_;
+};
+
+// The writer on a second thread, writing the lines the planner hands over while it plans the
+// next stretch: planning reads the tables and writing mostly copies, and a click on a long
+// list takes the time of the slower of the two instead of both. The planner hands over how
+// many lines stand planned and where the plan's lines and comment text are; before either
+// moves to larger memory it waits until the writer has written all it was handed.
+class WriterThread {
+public:
+    // The writer works on the list and the pieces of its own while it runs (Join gives them
+    // back), so that nothing it writes shares memory with the planner.
+    WriterThread(Document& m, std::string&& out, std::vector<TextColumn::Piece>&& pieces)
+        : m_(m), out_(std::move(out)), pieces_(std::move(pieces)), thread_([this] { Run(); }) {}
+    ~WriterThread() {
+        {
+            std::lock_guard lock(mutex_);
+            abandoned_ = true;
+        }
+        changed_.notify_all();
+        if (thread_.joinable()) thread_.join();
+    }
+    WriterThread(const WriterThread&) = delete;
+    WriterThread& operator=(const WriterThread&) = delete;
+
+    // The lines planned so far; `last`: the plan is done.
+    void HandOver(const ListPlan& plan, bool last) {
+        {
+            std::lock_guard lock(mutex_);
+            lines_ = plan.lines.data();
+            planned_ = plan.lines.size();
+            comments_ = plan.comments;
+            last_ = last;
+        }
+        changed_.notify_all();
+    }
+    // Waits until everything handed over is written.
+    void Drain() {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [this] { return written_ == planned_ || error_; });
+    }
+    // Waits for the whole list; an error of the writer is raised here.
+    void Join(std::string& out, std::vector<TextColumn::Piece>& pieces) {
+        thread_.join();
+        if (error_) std::rethrow_exception(error_);
+        out = std::move(out_);
+        pieces = std::move(pieces_);
+    }
+
+private:
+    void Run() {
+        try {
+            PlanWriter writer(m_, out_, pieces_);
+            size_t done = 0;
+            for (;;) {
+                const PlannedLine* lines = nullptr;
+                size_t planned = 0;
+                std::string_view comments;
+                bool last = false;
+                {
+                    std::unique_lock lock(mutex_);
+                    changed_.wait(lock, [&] { return abandoned_ || last_ || planned_ > done; });
+                    if (abandoned_) return;
+                    lines = lines_;
+                    planned = planned_;
+                    comments = comments_;
+                    last = last_;
+                }
+                writer.Write(lines + done, lines + planned, comments);
+                done = planned;
+                {
+                    std::lock_guard lock(mutex_);
+                    written_ = done;
+                }
+                changed_.notify_all();
+                if (last) return;
+            }
+        } catch (...) {
+            {
+                std::lock_guard lock(mutex_);
+                error_ = std::current_exception();
+            }
+            changed_.notify_all();
+        }
+    }
+
+    Document& m_;
+    std::string out_;
+    std::vector<TextColumn::Piece> pieces_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    const PlannedLine* lines_ = nullptr;
+    size_t planned_ = 0, written_ = 0;
+    std::string_view comments_;
+    bool last_ = false, abandoned_ = false;
+    std::exception_ptr error_;
+    std::thread thread_;  // last: it starts once everything above stands
+};
+
+// A list this long is planned and written on two threads, where there are two.
+constexpr int32_t kRowsForTwoThreads = 16384;
+
+bool UsesTwoThreads(const Document& m) {
+#if defined(__EMSCRIPTEN__) && !defined(__EMSCRIPTEN_PTHREADS__)
+    (void)m;
+    return false;
+#else
+    static const bool twoCores = std::thread::hardware_concurrency() >= 2;
+    return twoCores && m.maxZeilen >= kRowsForTwoThreads;
+#endif
+}
+
+// Plans the list and writes it into `out`; false when the platform asked to stop.
+bool PlanAndWrite(Document& m, MainWindowState& window, Platform& platform, std::string& out,
+                  std::vector<TextColumn::Piece>& pieces) {
+    if (!UsesTwoThreads(m)) {
+        if (!PlanList(m, window, platform)) return false;
+        PlanWriter(m, out, pieces)
+            .Write(m.plan.lines.data(), m.plan.lines.data() + m.plan.lines.size(), m.plan.comments);
+        return true;
+    }
+    // Stretches of this many rows are handed over as they are planned.
+    constexpr int64_t kStretch = 8192;
+    m.plan.lines.reserve(size_t(std::max<int32_t>(m.maxZeilen, 0)) + 8);
+    ListPlanner planner(m, window, platform);
+    WriterThread writer(m, std::move(out), std::move(pieces));
+    planner.BeforeMove([&writer] { writer.Drain(); });
+    while (!planner.Done()) {
+        if (!planner.PlanRows(kStretch)) return false;
+        writer.HandOver(m.plan, false);
+    }
+    planner.Finish();
+    writer.HandOver(m.plan, true);
+    writer.Join(out, pieces);
+    return true;
 }
 
 }  // namespace
 
 void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
-    // A conversion asked to stop keeps no list.
-    if (!PlanList(m, window, platform)) return;
-
     // The text goes into the memory of the list before last, once nothing else holds it.
     std::string out;
     if (m.renderSpare) {
@@ -274,10 +435,11 @@ void NewEDL_02(Document& m, MainWindowState& window, Platform& platform) {
         m.renderSpare.reset();
         out.clear();
     }
-    out.reserve(EstimatedSize(m, m.plan));
+    out.reserve(EstimatedSize(m));
     std::vector<TextColumn::Piece> pieces;
     pieces.reserve(size_t(std::max<int32_t>(m.maxZeilen, 0)));
-    WritePlan(m, out, pieces);
+    // A conversion asked to stop keeps no list.
+    if (!PlanAndWrite(m, window, platform, out, pieces)) return;
 
     // The list and the text area share one buffer, and the generated lines of the working
     // copy are pieces of it.
@@ -310,7 +472,7 @@ SavedListWriter::SavedListWriter(std::function<bool(std::string_view)> write) : 
 
 bool SavedListWriter::Add(const Document& m, const PlannedLine* from, const PlannedLine* to) {
     for (const PlannedLine* l = from; l != to; ++l) {
-        WriteLine(m, *l, text_, reelField_, nullptr);
+        WriteLine(m, m.plan, *l, m.plan.comments, text_, reelField_, nullptr);
         // Whole lines go out at a time: no piece ends inside a line or a character.
         if (text_.size() >= kPiece && !Flush()) return false;
     }
@@ -333,7 +495,7 @@ bool WritePlanForSaving(const Document& m, const std::function<bool(std::string_
 
 std::string PlannedText(const Document& m, const PlannedLine* from, const PlannedLine* to) {
     std::string out, reelField;
-    for (const PlannedLine* l = from; l != to; ++l) WriteLine(m, *l, out, reelField, nullptr);
+    for (const PlannedLine* l = from; l != to; ++l) WriteLine(m, m.plan, *l, m.plan.comments, out, reelField, nullptr);
     return out;
 }
 
