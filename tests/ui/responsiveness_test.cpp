@@ -97,7 +97,8 @@ private slots:
             {"UTF-8", "caf\xc3\xa9\r\xe2\x80\x94 \xc3\xa9t\xc3\xa9\r\nEND"},
         };
         // Line ends on either side of a block's edge: a CR LF split between two blocks.
-        for (size_t at : {62u, 63u, 64u, 127u, 128u}) {
+        // In halves, the 200-byte texts part at 100: a CR LF across the parting as well.
+        for (size_t at : {62u, 63u, 64u, 99u, 127u, 128u}) {
             std::string t(200, 'x');
             t[at] = '\r';
             t[at + 1] = '\n';
@@ -124,7 +125,7 @@ private slots:
         const int cols = view.columns();
         for (const auto& [name, text] : texts) {
             const auto lines = PlainLines(text);
-            for (LineScan scan : {LineScan::Fastest, LineScan::Words}) {
+            for (LineScan scan : {LineScan::Fastest, LineScan::Words, LineScan::Halves}) {
                 Offsets starts{7, 8, 9}, ends;  // what was there before goes
                 const bool ascii = IndexLines(text.data(), text.size(), starts, ends, scan);
                 QCOMPARE(ascii, std::all_of(text.begin(), text.end(), [](char c) { return (unsigned char)c < 0x80; }));

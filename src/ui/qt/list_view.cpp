@@ -15,6 +15,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <thread>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -262,16 +263,47 @@ size_t LineEndBytes(const char* data, size_t size, Offsets& ends, bool& ascii, b
 
 }  // namespace
 
+namespace {
+
+size_t LineEndBytesOneThread(const char* data, size_t size, Offsets& ends, bool& ascii, bool& anyLF, LineScan scan) {
+#if defined(__SSE2__)
+    if (scan != LineScan::Words) return LineEndBytes<VectorScanner>(data, size, ends, ascii, anyLF);
+#endif
+    (void)scan;
+    return LineEndBytes<WordScanner>(data, size, ends, ascii, anyLF);
+}
+
+// A text this long is read in two halves at once, where there are two cores: a click on a
+// long list shows it a millisecond sooner.
+constexpr size_t kBytesForTwoThreads = size_t(2) << 20;
+
+bool TwoCores() {
+    static const bool two = std::thread::hardware_concurrency() >= 2;
+    return two;
+}
+
+}  // namespace
+
 bool IndexLines(const char* data, size_t size, Offsets& starts, Offsets& ends, LineScan scan) {
     bool ascii = true, anyLF = false;
     size_t n = 0;
-#if defined(__SSE2__)
-    n = scan == LineScan::Fastest ? LineEndBytes<VectorScanner>(data, size, ends, ascii, anyLF)
-                                  : LineEndBytes<WordScanner>(data, size, ends, ascii, anyLF);
-#else
-    (void)scan;
-    n = LineEndBytes<WordScanner>(data, size, ends, ascii, anyLF);
-#endif
+    if (scan == LineScan::Halves || (scan == LineScan::Fastest && size >= kBytesForTwoThreads && TwoCores())) {
+        // The second half's line ends go into `starts` for the while, behind the first half's
+        // in `ends`; a line end is a byte of its own, so the halves may part anywhere.
+        const size_t half = size / 2;
+        bool ascii2 = true, anyLF2 = false;
+        size_t n2 = 0;
+        std::thread second([&] { n2 = LineEndBytesOneThread(data + half, size - half, starts, ascii2, anyLF2, scan); });
+        n = LineEndBytesOneThread(data, half, ends, ascii, anyLF, scan);
+        second.join();
+        ends.resize(n + n2);
+        for (size_t k = 0; k < n2; ++k) ends[n + k] = starts[k] + uint32_t(half);
+        n += n2;
+        ascii = ascii && ascii2;
+        anyLF = anyLF || anyLF2;
+    } else {
+        n = LineEndBytesOneThread(data, size, ends, ascii, anyLF, scan);
+    }
     // The last line, or the empty line behind a final line end.
     ends.resize(n + 1);
     ends[n] = uint32_t(size);

@@ -127,9 +127,10 @@ private:
 // the two in that order; the last line (empty behind a final line end) runs to the end. The
 // vectors keep their memory from one text to the next. Returns whether the text is all ASCII.
 // The text is read 64 bytes at a time, with the processor's vector instructions where there
-// are any; `LineScan::Words` reads it eight bytes to a machine word, as on other processors
-// (the tests take both ways everywhere).
-enum class LineScan { Fastest, Words };
+// are any, and a long text in two halves at once; `LineScan::Words` reads it eight bytes to a
+// machine word, as on other processors, and `LineScan::Halves` in halves whatever its length
+// (the tests take every way everywhere).
+enum class LineScan { Fastest, Words, Halves };
 bool IndexLines(const char* data, size_t size, Offsets& starts, Offsets& ends, LineScan scan = LineScan::Fastest);
 
 // "Monaco" 12 where it is installed, else another font in which every character of a list
