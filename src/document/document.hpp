@@ -125,6 +125,8 @@ struct ListValues {
         static constexpr uint8_t kVideo = 1, kAudio = 2;
         std::vector<uint32_t> rows;
         std::vector<uint8_t> tracks;
+        // The modes themselves: views of readOrigMode's texts, which stay while it is unchanged.
+        std::vector<std::string_view> modes;
         ChangeLog::Version version{};  // readOrigMode as they were worked out from
     } readTracks;
     int32_t maxZeilen = 0;

@@ -41,11 +41,14 @@ const Document::ReadTracks& ReadTracksOf(Document& m) {
     if (t.version == m.readOrigMode.Changes().Now() && !t.rows.empty()) return t;
     t.rows.clear();
     t.tracks.clear();
+    t.modes.clear();
     t.rows.reserve(m.readOrigMode.Count());
     t.tracks.reserve(m.readOrigMode.Count());
+    t.modes.reserve(m.readOrigMode.Count());
     m.readOrigMode.ForEachEntry([&t](size_t i, std::string_view mode) {
         const auto [video, audio] = TracksOf(mode);
         t.rows.push_back(uint32_t(i));
+        t.modes.push_back(mode);
         t.tracks.push_back(
             uint8_t((video ? Document::ReadTracks::kVideo : 0) | (audio ? Document::ReadTracks::kAudio : 0)));
     });
@@ -86,7 +89,7 @@ void AllAudioOnOff(Document& m, Platform& platform) {
         std::fill(display + ptrdiff_t(from), display + ptrdiff_t(i), m.boolA1234);
         from = i + 1;
         platform.Yield();
-        const std::string_view mode = m.readOrigMode(i);
+        const std::string_view mode = tracks.modes[k];
         const bool video = (tracks.tracks[k] & Document::ReadTracks::kVideo) != 0;
         const bool audio = (tracks.tracks[k] & Document::ReadTracks::kAudio) != 0;
         if (m.boolA1234) {
