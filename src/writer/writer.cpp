@@ -13,6 +13,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -300,8 +301,14 @@ class WriterThread {
 public:
     // The writer works on the list and the pieces of its own while it runs (Join gives them
     // back), so that nothing it writes shares memory with the planner.
+    // A thread that cannot be started leaves Started() false.
     WriterThread(Document& m, std::string&& out, std::vector<TextColumn::Piece>&& pieces)
-        : m_(m), out_(std::move(out)), pieces_(std::move(pieces)), thread_([this] { Run(); }) {}
+        : m_(m), out_(std::move(out)), pieces_(std::move(pieces)) {
+        try {
+            thread_ = std::thread([this] { Run(); });
+        } catch (const std::system_error&) {
+        }
+    }
     ~WriterThread() {
         {
             std::lock_guard lock(mutex_);
@@ -323,6 +330,17 @@ public:
             last_ = last;
         }
         changed_.notify_all();
+    }
+    bool Started() const noexcept { return thread_.joinable(); }
+    // The list and the pieces back, from a writer that never started.
+    void GiveBack(std::string& out, std::vector<TextColumn::Piece>& pieces) {
+        out = std::move(out_);
+        pieces = std::move(pieces_);
+    }
+    // The writer stopped on an error, which Join raises.
+    bool Failed() {
+        std::lock_guard lock(mutex_);
+        return error_ != nullptr;
     }
     // Waits until everything handed over is written.
     void Drain() {
@@ -387,14 +405,14 @@ private:
     std::thread thread_;  // last: it starts once everything above stands
 };
 
-// A list this long is planned and written on two threads, where there are two.
-constexpr int32_t kRowsForTwoThreads = 16384;
-
+// A list this long is planned and written on two threads, where there are two; in the page
+// the one thread there is must not wait.
 bool UsesTwoThreads(const Document& m) {
-#if defined(__EMSCRIPTEN__) && !defined(__EMSCRIPTEN_PTHREADS__)
+#if defined(__EMSCRIPTEN__)
     (void)m;
     return false;
 #else
+    constexpr int32_t kRowsForTwoThreads = 16384;
     static const bool twoCores = std::thread::hardware_concurrency() >= 2;
     return twoCores && m.maxZeilen >= kRowsForTwoThreads;
 #endif
@@ -414,11 +432,22 @@ bool PlanAndWrite(Document& m, MainWindowState& window, Platform& platform, std:
     m.plan.lines.reserve(size_t(std::max<int32_t>(m.maxZeilen, 0)) + 8);
     ListPlanner planner(m, window, platform);
     WriterThread writer(m, std::move(out), std::move(pieces));
+    if (!writer.Started()) {
+        // No second thread to be had: the one plans and writes.
+        writer.GiveBack(out, pieces);
+        if (!planner.PlanRows(int64_t(m.maxZeilen) + 1)) return false;
+        planner.Finish();
+        PlanWriter(m, out, pieces)
+            .Write(m.plan.lines.data(), m.plan.lines.data() + m.plan.lines.size(), m.plan.comments);
+        return true;
+    }
     planner.BeforeMove([&writer] { writer.Drain(); });
-    while (!planner.Done()) {
+    // A writer that failed is not kept waiting for the rest of the plan.
+    while (!planner.Done() && !writer.Failed()) {
         if (!planner.PlanRows(kStretch)) return false;
         writer.HandOver(m.plan, false);
     }
+    if (writer.Failed()) writer.Join(out, pieces);  // raises the writer's error
     planner.Finish();
     writer.HandOver(m.plan, true);
     writer.Join(out, pieces);

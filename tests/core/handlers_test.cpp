@@ -1,8 +1,10 @@
 // The window handlers without a window: the main window state and the recording platform
 // stand in for the controls and the dialogs, and the real routines run underneath.
+#include <algorithm>
 #include <random>
 
 #include "fixtures.hpp"
+#include "generate.hpp"
 #include "ui/handlers.hpp"
 
 namespace vornelt {
@@ -114,6 +116,116 @@ TEST_F(HandlersTest, ClicksInAnyOrderGiveWhatAWholeRenderingGives) {
         }
         ASSERT_EQ(lists[0].size(), lists[1].size());
         for (size_t k = 0; k < lists[0].size(); ++k) ASSERT_EQ(lists[0][k], lists[1][k]) << "click " << k;
+    }
+}
+
+// Asks to stop from its `stopAt`-th look on.
+class StoppingPlatform : public RecordingPlatform {
+public:
+    explicit StoppingPlatform(int stopAt) : stopAt_(stopAt) {}
+    bool StopAsked() override { return ++looks_ >= stopAt_; }
+
+private:
+    int stopAt_, looks_ = 0;
+};
+
+// The list without its comment rows ("* ..."): with new comments on, it has more lines than rows.
+std::string WithoutCommentRows(const std::string& list) {
+    std::string out;
+    for (size_t at = 0; at < list.size();) {
+        const size_t end = std::min(list.find('\n', at), list.size() - 1) + 1;
+        if (list.compare(at, 2, "* ") != 0) out.append(list, at, end - at);
+        at = end;
+    }
+    return out;
+}
+
+// A list of this many rows or more is planned on the calling thread and written on a second one.
+constexpr int32_t kRowsForTwoThreads = 16384;
+
+// The long list's clicks in several orders, each rendered as the window renders it and, on a
+// second desktop that keeps nothing from one rendering to the next, every line anew into a plan
+// and a text grown from nothing. Between them: a long movie name and title, which make the comment
+// text outgrow its memory in mid-list, and renderings stopped half way.
+TEST_F(HandlersTest, ClicksOnALongListGiveWhatAWholeRenderingGives) {
+    const std::pair<void (*)(Desktop&), CheckBox MainWindowState::*> boxes[] = {
+        {Chb_Mirror_Action, &MainWindowState::Chb_Mirror},
+        {Chb_RemoveFreezeFrame_Action, &MainWindowState::Chb_RemoveFreezeFrame},
+        {Chb_RemoveSpeedChanges_Action, &MainWindowState::Chb_RemoveSpeedChanges},
+        {Chb_TransToDissolve_Action, &MainWindowState::Chb_TransToDissolve},
+        {Chb_KeyToDissolve_Action, &MainWindowState::Chb_KeyToDissolve},
+        {Chb_ComntGenerateNew_Action, &MainWindowState::Chb_ComntGenerateNew},
+        {Chb_A1234_Action, &MainWindowState::Chb_A1234},
+        {Chb_V2_Action, &MainWindowState::Chb_V2},
+    };
+    enum Action { Popup = 8, Reel, NoReel, LongMovie, ShortMovie, LongTitle, ShortTitle, StopAtFirst, StopAtThird };
+    std::vector<int> actions;
+    for (int a = 0; a <= StopAtThird; ++a) actions.push_back(a);
+    for (int box = 0; box < int(std::size(boxes)); ++box) actions.push_back(box);  // each box back again
+    const std::string longName(700, 'N');
+    const auto act = [&](Desktop& desk, int action) {
+        MainWindowState& w = desk.session.MainWindow();
+        if (action < int(std::size(boxes))) {
+            CheckBox& box = w.*boxes[action].second;
+            box.Value = !box.Value;
+            boxes[action].first(desk);
+        } else if (action == Popup) {
+            w.PopupTransition.ListIndex = 1 - w.PopupTransition.ListIndex;
+            PopupTransition_Change(desk);
+        } else if (action == Reel || action == NoReel) {
+            w.EF_ReelName.SetText(action == Reel ? "MAST" : "");
+            EF_ReelName_TextChange(desk);
+            EF_ReelName_LostFocus(desk);
+        } else if (action == LongMovie || action == ShortMovie) {
+            SetFieldText(desk, w.EF_RenderedMovie, action == LongMovie ? longName + ".MOV" : "CUT.MOV");
+            EF_RenderedMovie_LostFocus(desk);
+        } else if (action == LongTitle || action == ShortTitle) {
+            SetFieldText(desk, w.EF_SeqTitle, action == LongTitle ? longName : "CUT");
+            EF_SeqTitle_LostFocus(desk);
+        } else {
+            StoppingPlatform stopping(action == StopAtFirst ? 1 : 3);
+            NewEDL_02(desk.session.document, w, stopping);
+        }
+    };
+    const std::pair<const char*, std::string> lists[] = {
+        {"CMX", bench::GenerateList({8000, false, bench::Shape::Mixed, 3})},
+        {"GVG", bench::GenerateList({8000, true, bench::Shape::Mixed, 4})},
+        {"CMX without comment rows", WithoutCommentRows(bench::GenerateList({12000, false, bench::Shape::Mixed, 5}))},
+    };
+    for (const auto& [name, list] : lists) {
+        for (uint32_t order = 0; order < 2; ++order) {
+            SCOPED_TRACE(std::string(name) + ", order " + std::to_string(order));
+            Reset();
+            Desktop whole(platform);
+            for (Desktop* desk : {&d(), &whole}) {
+                platform.openDialogAnswers.push_back(WriteFile("long.edl", list));
+                desk->session.document.frameRateTmp = FrameRate();
+                Open_CMX(desk->session);
+            }
+            Document& fresh = whole.session.document;
+            ASSERT_GE(m().maxZeilen, kRowsForTwoThreads);
+            ASSERT_EQ(*m().finalCMXString, *fresh.finalCMXString);
+            std::vector<int> clicks = actions;
+            std::shuffle(clicks.begin(), clicks.end(), std::mt19937(order));
+            for (const int action : clicks) {
+                SCOPED_TRACE("action " + std::to_string(action));
+                const std::shared_ptr<const std::string> before = m().finalCMXString;
+                fresh.lastRendering = LastRendering{};
+                fresh.plan = ListPlan{};
+                fresh.readTracks = Document::ReadTracks{};
+                fresh.renderSpare.reset();
+                act(d(), action);
+                act(whole, action);
+                if (action >= StopAtFirst) {  // a stopped rendering keeps the list before
+                    EXPECT_EQ(m().finalCMXString, before);
+                    EXPECT_EQ(w().EditField1.Text, before);
+                    continue;
+                }
+                const std::vector<PlannedLine>& planned = m().plan.lines;
+                ASSERT_EQ(*m().finalCMXString, PlannedText(m(), planned.data(), planned.data() + planned.size()));
+                ASSERT_EQ(*m().finalCMXString, *fresh.finalCMXString);
+            }
+        }
     }
 }
 
