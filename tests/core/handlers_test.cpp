@@ -67,21 +67,24 @@ TEST_F(HandlersTest, EveryOptionChangesTheListAndTurnedBackGivesItBack) {
     EXPECT_EQ(m().finalCMXString->find("***"), std::string::npos);
 }
 
+// The check boxes of the options, with their handlers.
+const std::pair<void (*)(Desktop&), CheckBox MainWindowState::*> kOptionBoxes[] = {
+    {Chb_Mirror_Action, &MainWindowState::Chb_Mirror},
+    {Chb_RemoveFreezeFrame_Action, &MainWindowState::Chb_RemoveFreezeFrame},
+    {Chb_RemoveSpeedChanges_Action, &MainWindowState::Chb_RemoveSpeedChanges},
+    {Chb_TransToDissolve_Action, &MainWindowState::Chb_TransToDissolve},
+    {Chb_KeyToDissolve_Action, &MainWindowState::Chb_KeyToDissolve},
+    {Chb_ComntGenerateNew_Action, &MainWindowState::Chb_ComntGenerateNew},
+    {Chb_A1234_Action, &MainWindowState::Chb_A1234},
+    {Chb_V2_Action, &MainWindowState::Chb_V2},
+};
+
 // A click writes anew only the event lines whose tables it changed and copies the others from
 // the list before, and keeps what it worked out of the list as read (the rows to look at, the
 // tracks) until the next load. Any order of clicks, on one list loaded after the other, gives
 // click for click the lists that rendering every line anew from nothing kept gives.
 TEST_F(HandlersTest, ClicksInAnyOrderGiveWhatAWholeRenderingGives) {
-    const std::pair<void (*)(Desktop&), CheckBox MainWindowState::*> boxes[] = {
-        {Chb_Mirror_Action, &MainWindowState::Chb_Mirror},
-        {Chb_RemoveFreezeFrame_Action, &MainWindowState::Chb_RemoveFreezeFrame},
-        {Chb_RemoveSpeedChanges_Action, &MainWindowState::Chb_RemoveSpeedChanges},
-        {Chb_TransToDissolve_Action, &MainWindowState::Chb_TransToDissolve},
-        {Chb_KeyToDissolve_Action, &MainWindowState::Chb_KeyToDissolve},
-        {Chb_ComntGenerateNew_Action, &MainWindowState::Chb_ComntGenerateNew},
-        {Chb_A1234_Action, &MainWindowState::Chb_A1234},
-        {Chb_V2_Action, &MainWindowState::Chb_V2},
-    };
+    const auto& boxes = kOptionBoxes;
     for (const char* list : {"writer_demo_cmx.edl", "writer_demo_gvg.edl", "rates_2997df.edl", "writer_demo_cmx.edl"}) {
         SCOPED_TRACE(list);
         const MainWindowState start = w();
@@ -148,16 +151,7 @@ constexpr int32_t kRowsForTwoThreads = 16384;
 // and a text grown from nothing. Between them: a long movie name and title, which make the comment
 // text outgrow its memory in mid-list, and renderings stopped half way.
 TEST_F(HandlersTest, ClicksOnALongListGiveWhatAWholeRenderingGives) {
-    const std::pair<void (*)(Desktop&), CheckBox MainWindowState::*> boxes[] = {
-        {Chb_Mirror_Action, &MainWindowState::Chb_Mirror},
-        {Chb_RemoveFreezeFrame_Action, &MainWindowState::Chb_RemoveFreezeFrame},
-        {Chb_RemoveSpeedChanges_Action, &MainWindowState::Chb_RemoveSpeedChanges},
-        {Chb_TransToDissolve_Action, &MainWindowState::Chb_TransToDissolve},
-        {Chb_KeyToDissolve_Action, &MainWindowState::Chb_KeyToDissolve},
-        {Chb_ComntGenerateNew_Action, &MainWindowState::Chb_ComntGenerateNew},
-        {Chb_A1234_Action, &MainWindowState::Chb_A1234},
-        {Chb_V2_Action, &MainWindowState::Chb_V2},
-    };
+    const auto& boxes = kOptionBoxes;
     enum Action { Popup = 8, Reel, NoReel, LongMovie, ShortMovie, LongTitle, ShortTitle, StopAtFirst, StopAtThird };
     std::vector<int> actions;
     for (int a = 0; a <= StopAtThird; ++a) actions.push_back(a);
