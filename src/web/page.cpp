@@ -25,6 +25,13 @@ std::unique_ptr<Desktop> theDesktop;
 Json out;  // the text of the last answer, valid until the next call
 
 Desktop& D() { return *theDesktop; }
+// The desktop for a handler the page calls. The call comes from the browser's event loop,
+// which has just drawn the page: the time to the next serve counts from here, so a short
+// handler never gives the browser a turn it does not need.
+Desktop& Handling() {
+    thePlatform->Served();
+    return *theDesktop;
+}
 MainWindowState& W() { return D().session.MainWindow(); }
 
 // The list the text area shows, and where each of its lines begins.
@@ -170,8 +177,8 @@ EMSCRIPTEN_KEEPALIVE const char* web_tables() {
 EMSCRIPTEN_KEEPALIVE void web_start() {
     thePlatform = std::make_unique<WebPlatform>();
     theDesktop = std::make_unique<Desktop>(*thePlatform);
-    App_Event_Open(D());
-    StartUpWindow_Timer1_Action(D());
+    App_Event_Open(Handling());
+    StartUpWindow_Timer1_Action(Handling());
 }
 
 // The state of every window, for the page to mirror.
@@ -248,7 +255,7 @@ EMSCRIPTEN_KEEPALIVE const char* web_state() {
 // ---- the main window ----
 
 EMSCRIPTEN_KEEPALIVE void web_command(const char* name) {
-    if (Handler h = CommandHandler(name)) h(D());
+    if (Handler h = CommandHandler(name)) h(Handling());
 }
 
 EMSCRIPTEN_KEEPALIVE void web_check(const char* control, int value) {
@@ -256,7 +263,7 @@ EMSCRIPTEN_KEEPALIVE void web_check(const char* control, int value) {
     if (!box) return;
     box->Value = value != 0;
     // A box without a handler only takes its value.
-    if (Handler h = CheckBoxHandler(control)) h(D());
+    if (Handler h = CheckBoxHandler(control)) h(Handling());
 }
 
 EMSCRIPTEN_KEEPALIVE void web_popup(const char* control, int row) {
@@ -264,7 +271,7 @@ EMSCRIPTEN_KEEPALIVE void web_popup(const char* control, int row) {
     // Picking the row that stands is no change.
     if (!popup || popup->ListIndex == row) return;
     popup->ListIndex = row;
-    if (Handler h = PopupHandler(control)) h(D());
+    if (Handler h = PopupHandler(control)) h(Handling());
 }
 
 EMSCRIPTEN_KEEPALIVE void web_focus(const char* control) { W().Focus = control; }
@@ -274,7 +281,7 @@ EMSCRIPTEN_KEEPALIVE void web_field_text(const char* control, const char* text, 
     EntryField* field = EntryFieldNamed(W(), control);
     if (!field) return;
     field->SelStart = caret;
-    SetFieldText(D(), *field, text);
+    SetFieldText(Handling(), *field, text);
 }
 
 // A key pressed in a field: its character ("" for none) and its virtual code; 1 swallows it.
@@ -282,9 +289,9 @@ EMSCRIPTEN_KEEPALIVE int web_field_key(const char* control, const char* key, int
     EntryField* field = EntryFieldNamed(W(), control);
     if (!field) return 0;
     switch (field->FieldKind()) {
-        case EntryField::Kind::ReelName: return EF_ReelName_KeyDown(D(), key, code);
-        case EntryField::Kind::SeqTitle: return EF_SeqTitle_KeyDown(D(), key, code);
-        case EntryField::Kind::RenderedMovie: return EF_RenderedMovie_KeyDown(D(), key, code);
+        case EntryField::Kind::ReelName: return EF_ReelName_KeyDown(Handling(), key, code);
+        case EntryField::Kind::SeqTitle: return EF_SeqTitle_KeyDown(Handling(), key, code);
+        case EntryField::Kind::RenderedMovie: return EF_RenderedMovie_KeyDown(Handling(), key, code);
     }
     return 0;
 }
@@ -293,9 +300,9 @@ EMSCRIPTEN_KEEPALIVE void web_field_lost_focus(const char* control) {
     EntryField* field = EntryFieldNamed(W(), control);
     if (!field) return;
     switch (field->FieldKind()) {
-        case EntryField::Kind::ReelName: EF_ReelName_LostFocus(D()); break;
-        case EntryField::Kind::SeqTitle: EF_SeqTitle_LostFocus(D()); break;
-        case EntryField::Kind::RenderedMovie: EF_RenderedMovie_LostFocus(D()); break;
+        case EntryField::Kind::ReelName: EF_ReelName_LostFocus(Handling()); break;
+        case EntryField::Kind::SeqTitle: EF_SeqTitle_LostFocus(Handling()); break;
+        case EntryField::Kind::RenderedMovie: EF_RenderedMovie_LostFocus(Handling()); break;
     }
 }
 
@@ -303,13 +310,13 @@ EMSCRIPTEN_KEEPALIVE void web_field_lost_focus(const char* control) {
 EMSCRIPTEN_KEEPALIVE void web_drop(const char* path) {
     FolderItemRef item;
     if (*path) item = FolderItem(path);
-    EditField1_DropObject(D(), item);
+    EditField1_DropObject(Handling(), item);
 }
 
 // Beenden: the main window is asked to close, as on the desktop, and the page then shows a
 // fresh one, with the first values of every control.
 EMSCRIPTEN_KEEPALIVE void web_quit() {
-    if (MainWindow_Event_CancelClose(D(), true)) return;
+    if (MainWindow_Event_CancelClose(Handling(), true)) return;
     D().session.CloseMainWindow();
     W();
 }
@@ -320,7 +327,7 @@ EMSCRIPTEN_KEEPALIVE int web_accepts_list(const char* name) { return FileTypeAcc
 // ---- the frame-rate question ----
 
 EMSCRIPTEN_KEEPALIVE void web_frame_rate_row(int droped, int row) {
-    Desktop& d = D();
+    Desktop& d = Handling();
     if (droped && FrameRateWindowIfDropedExists(d)) {
         FrameRateWindowIfDroped(d).PopupMenu1.ListIndex = row;
         FrameRateWindowIfDroped_PopupMenu1_Change(d);
@@ -331,7 +338,7 @@ EMSCRIPTEN_KEEPALIVE void web_frame_rate_row(int droped, int row) {
 }
 
 EMSCRIPTEN_KEEPALIVE void web_frame_rate_ok(int droped) {
-    Desktop& d = D();
+    Desktop& d = Handling();
     if (droped && FrameRateWindowIfDropedExists(d))
         FrameRateWindowIfDroped_PushButton1_Action(d);
     else if (!droped && FrameRateWindowExists(d))
@@ -341,9 +348,9 @@ EMSCRIPTEN_KEEPALIVE void web_frame_rate_ok(int droped) {
 // Closed by its close box: the chain ends with no load.
 EMSCRIPTEN_KEEPALIVE void web_frame_rate_close(int droped) {
     if (droped)
-        CloseFrameRateWindowIfDroped(D());
+        CloseFrameRateWindowIfDroped(Handling());
     else
-        CloseFrameRateWindow(D());
+        CloseFrameRateWindow(Handling());
 }
 
 // ---- the text area ----

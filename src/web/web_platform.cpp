@@ -109,8 +109,10 @@ void WebPlatform::Yield() {
     calls_ = 0;
     if (emscripten_get_now() - lastServed_ < kServeIntervalMs) return;
     web_serve();
-    lastServed_ = emscripten_get_now();
+    Served();
 }
+
+void WebPlatform::Served() { lastServed_ = emscripten_get_now(); }
 
 // The progress is shown as it stands whenever the browser is given time.
 void WebPlatform::Redraw(std::string_view) {}

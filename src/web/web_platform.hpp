@@ -39,6 +39,8 @@ public:
     // The long loops call Yield once per row; the browser is given time at most this often.
     static constexpr double kServeIntervalMs = 40;
     static constexpr uint32_t kCallsPerClockCheck = 256;
+    // The browser had its turn just now.
+    void Served();
 
 private:
     double lastServed_ = 0;

@@ -119,6 +119,7 @@ void PlaceBeside(QWidget* window, QWidget* beside) {
 
 AppShell::AppShell(const PlatformMaker& makePlatform)
     : platform_(makePlatform ? makePlatform(*this) : std::make_unique<QtPlatform>(*this)), desktop_(*platform_) {
+    sinceServed_.start();
     MakeActions();
     RegisterMenuHandlers();
 #if defined(Q_OS_MACOS)
@@ -271,6 +272,9 @@ void AppShell::Dispatch(const std::function<void(Desktop&)>& handler) {
         explicit Depth(int& depth) : d(depth) { ++d; }
         ~Depth() { --d; }
     };
+    // A click is delivered by the event loop, which has just drawn whatever was pending: a
+    // handler's first look at the clock must not serve the loop again at once.
+    if (depth_ == 0) Served();
     {
         Depth depth(depth_);
         // The toolkit's own vector code may have left the registers' upper halves in use.

@@ -5,6 +5,7 @@
 // record, mirrors the records onto them after every handler it runs, writes the user's input
 // back before it calls a handler, and owns the menu bar and its commands.
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
@@ -50,6 +51,10 @@ public:
     void Sync();
     // A handler is running (a load, a regeneration, a dialog inside one).
     bool Busy() const { return depth_ > 0; }
+    // How long ago the event loop last had its turn: it has one just before a handler starts,
+    // and whenever a long handler lets it in (Served).
+    qint64 MsSinceServed() const { return sinceServed_.elapsed(); }
+    void Served() { sinceServed_.restart(); }
 
     // The progress window, driven through the platform by the reader.
     void ShowProgress();
@@ -93,6 +98,7 @@ private:
     void FocusBackToMain();
 
     int depth_ = 0;
+    QElapsedTimer sinceServed_;
     bool syncing_ = false;
     bool resync_ = false;
     bool deliveryScheduled_ = false;

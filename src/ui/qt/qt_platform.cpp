@@ -57,11 +57,11 @@ QMessageBox::Icon IconOf(int icon) {
 
 }  // namespace
 
-QtPlatform::QtPlatform(AppShell& shell) : shell_(shell) { sinceServed_.start(); }
+QtPlatform::QtPlatform(AppShell& shell) : shell_(shell) {}
 
 void QtPlatform::BeforeDialog() {
     shell_.Sync();
-    sinceServed_.restart();
+    shell_.Served();
 }
 
 FolderItemRef QtPlatform::ShowOpenDialog(const OpenDialogRequest& request) {
@@ -143,14 +143,14 @@ void QtPlatform::Yield() {
     // Called once per row: most calls cost a count and a compare.
     if (++calls_ < kCallsPerClockCheck) return;
     calls_ = 0;
-    if (sinceServed_.elapsed() < kServeIntervalMs) return;
+    if (shell_.MsSinceServed() < kServeIntervalMs) return;
     ++served_;
     // The windows show the state as it stands, repaint and move their progress; what the
     // user types or clicks waits until the work is done.
     shell_.Sync();
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     ClearUpperVectorHalves();
-    sinceServed_.restart();
+    shell_.Served();
 }
 
 void QtPlatform::Redraw(std::string_view control) { shell_.Redraw(std::string(control)); }

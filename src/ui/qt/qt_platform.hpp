@@ -2,8 +2,6 @@
 // The platform layer on Qt: dialogs, message boxes, the modified mark, the event loop during
 // long work, the progress window and the world outside.
 
-#include <QElapsedTimer>
-
 #include <cstdint>
 
 #include "platform/platform.hpp"
@@ -40,7 +38,6 @@ public:
 
 private:
     AppShell& shell_;
-    QElapsedTimer sinceServed_;
     uint32_t calls_ = 0;
     int64_t served_ = 0;
 };
