@@ -127,6 +127,19 @@ struct ListValues {
         std::vector<uint8_t> tracks;
         // The modes themselves: views of readOrigMode's texts, which stay while it is unchanged.
         std::vector<std::string_view> modes;
+        // Their bytes as well, beside the rows, where a mode is short ("AA/V" and the like): the
+        // report of the switch copies them, and the texts themselves lie scattered through the
+        // list, a miss of the cache each.
+        struct ShortMode {
+            static constexpr uint8_t kLonger = 0xFF;  // read it from `modes`
+            std::array<char, 7> bytes{};
+            uint8_t size = kLonger;
+        };
+        std::vector<ShortMode> shortModes;
+        std::string_view Mode(size_t k) const noexcept {
+            const ShortMode& s = shortModes[k];
+            return s.size == ShortMode::kLonger ? modes[k] : std::string_view(s.bytes.data(), s.size);
+        }
         ChangeLog::Version version{};  // readOrigMode as they were worked out from
     } readTracks;
     int32_t maxZeilen = 0;

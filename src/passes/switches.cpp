@@ -42,13 +42,20 @@ const Document::ReadTracks& ReadTracksOf(Document& m) {
     t.rows.clear();
     t.tracks.clear();
     t.modes.clear();
+    t.shortModes.clear();
     t.rows.reserve(m.readOrigMode.Count());
     t.tracks.reserve(m.readOrigMode.Count());
     t.modes.reserve(m.readOrigMode.Count());
+    t.shortModes.reserve(m.readOrigMode.Count());
     m.readOrigMode.ForEachEntry([&t](size_t i, std::string_view mode) {
         const auto [video, audio] = TracksOf(mode);
         t.rows.push_back(uint32_t(i));
         t.modes.push_back(mode);
+        Document::ReadTracks::ShortMode& s = t.shortModes.emplace_back();
+        if (mode.size() <= s.bytes.size()) {
+            std::copy(mode.begin(), mode.end(), s.bytes.begin());
+            s.size = uint8_t(mode.size());
+        }
         t.tracks.push_back(
             uint8_t((video ? Document::ReadTracks::kVideo : 0) | (audio ? Document::ReadTracks::kAudio : 0)));
     });
@@ -103,13 +110,15 @@ void AllAudioOnOff(Document& m, Platform& platform) {
             setMode(i, "V");
             m.displayThisAudioEventLine[i] = true;
             if (m.report.recording)
-                report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), "V"});
+                report.push_back(
+                    {ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(tracks.Mode(k)), "V"});
         } else if (!video) {
             // Whatever holds no "V" counts as audio, "B" and "NONE" as well.
             setMode(i, mode);
             m.displayThisAudioEventLine[i] = false;
             if (m.report.recording)
-                report.push_back({ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(mode), {}});
+                report.push_back(
+                    {ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(tracks.Mode(k)), {}});
         }
     }
     std::fill(display + ptrdiff_t(from), display + ptrdiff_t(rows), m.boolA1234);

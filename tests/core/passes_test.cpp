@@ -120,10 +120,21 @@ TEST_F(Switches, AudioTracks) {
     // The mode read; with audio on and off, the mode written (none: the row is left as it
     // stands); whether the row is shown with audio off (with audio on every row is).
     const std::tuple<const char*, const char*, const char*, bool> cases[] = {
-        {"V", nullptr, nullptr, true}, {"v", nullptr, nullptr, true},   {"VX", nullptr, nullptr, true},
-        {"A", "A", "A", false},        {"A2", "A2", "A2", false},       {"AA", "AA", "AA", false},
-        {"AA/V", "AA/V", "V", true},   {"aa/v", "aa/v", "V", true},     {"V2", "V2", "V", true},
-        {"B", "B", "B", false},        {"NONE", "NONE", "NONE", false}, {"", "", "", false},
+        {"V", nullptr, nullptr, true},
+        {"v", nullptr, nullptr, true},
+        {"VX", nullptr, nullptr, true},
+        {"A", "A", "A", false},
+        {"A2", "A2", "A2", false},
+        {"AA", "AA", "AA", false},
+        {"AA/V", "AA/V", "V", true},
+        {"aa/v", "aa/v", "V", true},
+        {"V2", "V2", "V", true},
+        {"B", "B", "B", false},
+        {"NONE", "NONE", "NONE", false},
+        {"", "", "", false},
+        // Longer than the switch keeps beside its rows.
+        {"AA/V1/V2", "AA/V1/V2", "V", true},
+        {"A1/A2/A3/A4", "A1/A2/A3/A4", "A1/A2/A3/A4", false},
     };
     for (const auto& [read, keptMode, droppedMode, droppedShown] : cases) {
         for (const bool audio : {true, false}) {
@@ -140,6 +151,8 @@ TEST_F(Switches, AudioTracks) {
             const char* mode = audio ? keptMode : droppedMode;
             EXPECT_EQ(std::tuple(m().copyMode(0), m().displayThisAudioEventLine[0]),
                       std::tuple(mode ? mode : "kept", audio || droppedShown));
+            // The report names the mode as read.
+            for (const ChangeItem& item : m().report.Section(ReportSection::Audio)) EXPECT_EQ(item.before, read);
         }
     }
 }
