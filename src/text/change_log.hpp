@@ -48,6 +48,9 @@ public:
         }
         for (size_t k = 0; k < n; ++k) Row(first + k);
     }
+    // Whether n more rows set are more than the log lists: the caller then says Everything
+    // once instead of n rows.
+    bool TooManyToList(size_t n) const noexcept { return watching_ && rows_.size() + n > kMostRows; }
     void Everything() noexcept {
         ++count_;
         watching_ = false;

@@ -5,6 +5,21 @@
 
 namespace vornelt {
 
+namespace {
+
+// Asks for a text's first bytes to be fetched into the cache while other work goes on.
+void Prefetch(std::string_view text) noexcept {
+#if defined(__GNUC__) || defined(__clang__)
+    if (text.empty()) return;
+    __builtin_prefetch(text.data());
+    __builtin_prefetch(text.data() + text.size() - 1);
+#else
+    (void)text;
+#endif
+}
+
+}  // namespace
+
 TextColumn::TextColumn(std::string_view fill) : fill_(fill), s_(std::make_shared<Storage>()) {}
 
 TextColumn::Storage& TextColumn::Own() {
@@ -110,39 +125,58 @@ void TextColumn::set(size_t i, std::string_view text) {
 
 void TextColumn::SetOutsidePieces(SharedText outside, std::span<const Piece> pieces) {
     Storage& s = Own();
-    // Rows that still point into the old outside buffer and get no new piece keep their
-    // texts in the arena before that buffer goes. Only the rows given pieces last time can.
-    if (s.outside) {
-        size_t k = 0;
-        for (const uint32_t row : s.outsideRows) {
-            while (k < pieces.size() && pieces[k].row < row) ++k;
-            if (k < pieces.size() && pieces[k].row == row) continue;
-            const int64_t place = row < s.rows.size() ? s.rows.Find(row) : -1;
-            if (place < 0) continue;
-            Ref& r = s.refs[size_t(place)];
-            if ((r.length & kKindMask) != kOutside) continue;
-            const std::string_view text = View(s, r);
-            r = Ref{uint32_t(s.arena.size()), uint32_t(text.size()) | kArena};
-            s.arena.append(text);
+    // So many rows at once are as good as everything to a reader of the changes.
+    const bool listRows = !changes_.TooManyToList(pieces.size());
+    if (!listRows) changes_.Everything();
+    // One walk over the pieces and, beside them, the rows given pieces last time (both in row
+    // order): the old rows that get no new piece are noted on the way.
+    std::vector<uint32_t>& notPieced = s.scratch;
+    notPieced.clear();
+    std::vector<uint32_t>& rows = s.spareRows;
+    rows.resize(pieces.size());
+    const uint32_t* old = s.outsideRows.data();
+    const uint32_t* const oldEnd = s.outside ? old + s.outsideRows.size() : old;
+    for (size_t k = 0; k < pieces.size(); ++k) {
+        const Piece& p = pieces[k];
+        rows[k] = p.row;
+        for (; old != oldEnd && *old < p.row; ++old) notPieced.push_back(*old);
+        if (old != oldEnd && *old == p.row) ++old;
+        if (p.row >= s.rows.size() || p.length > kMaxLength) continue;
+        if (listRows) changes_.Row(p.row);
+        const Ref r = p.length == 0 ? Ref{} : Ref{p.offset, p.length | kOutside};
+        const int64_t place = s.rows.Find(p.row);
+        if (place >= 0) {
+            const Ref before = s.refs[size_t(place)];
+            s.refs[size_t(place)] = r;
+            if ((before.length & kKindMask) == kArena) s.garbage += before.length & kMaxLength;
+        } else if (p.length != 0 || !fill_.empty()) {
+            const size_t at = s.rows.Insert(p.row);
+            s.refs.insert(s.refs.begin() + ptrdiff_t(at), r);
         }
     }
-    for (const Piece& p : pieces) {
-        if (p.row >= s.rows.size() || p.length > kMaxLength) continue;
-        changes_.Row(p.row);
-        const Ref r = p.length == 0 ? Ref{} : Ref{p.offset, p.length | kOutside};
-        const int64_t k = s.rows.Find(p.row);
-        if (k >= 0) {
-            const Ref old = s.refs[size_t(k)];
-            s.refs[size_t(k)] = r;
-            if ((old.length & kKindMask) == kArena) s.garbage += old.length & kMaxLength;
-        } else if (p.length != 0 || !fill_.empty()) {
-            const size_t place = s.rows.Insert(p.row);
-            s.refs.insert(s.refs.begin() + ptrdiff_t(place), r);
-        }
+    notPieced.insert(notPieced.end(), old, oldEnd);
+    // Those rows keep their texts in the arena before the old buffer goes. The texts lie
+    // scattered through it: each is fetched a few rows ahead, not one miss of the cache at a time.
+    const auto stillOutside = [&s](uint32_t row) -> Ref* {
+        const int64_t place = row < s.rows.size() ? s.rows.Find(row) : -1;
+        if (place < 0) return nullptr;
+        Ref& r = s.refs[size_t(place)];
+        return (r.length & kKindMask) == kOutside ? &r : nullptr;
+    };
+    constexpr size_t kAhead = 8;
+    for (size_t j = 0; j < notPieced.size(); ++j) {
+        if (j + kAhead < notPieced.size())
+            if (const Ref* ahead = stillOutside(notPieced[j + kAhead])) Prefetch(View(s, *ahead));
+        Ref* r = stillOutside(notPieced[j]);
+        if (!r) continue;
+        const std::string_view text = View(s, *r);
+        if (s.arena.size() + text.size() > 0xFFFFFFFFull) Compact(s);
+        if (s.arena.size() + text.size() > 0xFFFFFFFFull) throw std::length_error("table arena full");
+        *r = Ref{uint32_t(s.arena.size()), uint32_t(text.size()) | kArena};
+        s.arena.append(text);
     }
     s.outside = std::move(outside);
-    s.outsideRows.resize(pieces.size());
-    for (size_t k = 0; k < pieces.size(); ++k) s.outsideRows[k] = pieces[k].row;
+    s.outsideRows.swap(rows);
     if (s.garbage > (1u << 20) && s.garbage * 2 > s.arena.size()) Compact(s);
 }
 

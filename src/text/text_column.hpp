@@ -137,6 +137,8 @@ private:
         // The rows given pieces of the outside buffer, in order: every row that points into
         // it is among them (a row set since points elsewhere, which does no harm).
         std::vector<uint32_t> outsideRows;
+        // Room for SetOutsidePieces, kept from one call to the next.
+        std::vector<uint32_t> scratch, spareRows;
         size_t garbage = 0;  // arena bytes no entry refers to any more
         // The last few short texts put into the arena, so that a table set again and again
         // to "K", "D" or "**" does not grow.

@@ -367,6 +367,34 @@ TEST(TextColumn, OutsidePiecesOutliveTheirBuffer) {
     EXPECT_EQ(testing::Joined(t), "line zero|LINE ONE||M2 note");
 }
 
+TEST(TextColumn, RenderingsOfPiecesAndSingleSetsReadAsAPlainTable) {
+    // Each round a new buffer gives pieces to some rows (some of them empty); a few rows are
+    // set one by one between rounds. Every row reads as the last text it was given.
+    std::mt19937 rng(7);
+    TextColumn t;
+    t.assign_empty(300);
+    std::vector<std::string> model(300);
+    for (int round = 0; round < 80; ++round) {
+        auto buffer = std::make_shared<std::string>();
+        std::vector<TextColumn::Piece> pieces;
+        const unsigned share = 1 + rng() % 4;  // now and then nearly every row, now and then few
+        for (uint32_t row = 0; row < 300; ++row) {
+            if (rng() % share != 0) continue;
+            const std::string text = rng() % 9 == 0 ? "" : std::to_string(round) + "/" + std::to_string(row);
+            pieces.push_back({row, uint32_t(buffer->size()), uint32_t(text.size())});
+            buffer->append(text).push_back('\r');
+            model[row] = text;
+        }
+        t.SetOutsidePieces(std::move(buffer), pieces);
+        for (int k = 0; k < 5; ++k) {
+            const size_t row = rng() % 300;
+            t.set(row, "set " + std::to_string(round));
+            model[row] = "set " + std::to_string(round);
+        }
+        for (size_t row = 0; row < 300; ++row) ASSERT_EQ(t(row), model[row]) << "round " << round << ", row " << row;
+    }
+}
+
 TEST(TextColumn, SettingTheSameFewTextsOverAndOverDoesNotGrow) {
     TextColumn t;
     t.assign_empty(1000);
