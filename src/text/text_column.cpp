@@ -3,22 +3,9 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "text/prefetch.hpp"
+
 namespace vornelt {
-
-namespace {
-
-// Asks for a text's first bytes to be fetched into the cache while other work goes on.
-void Prefetch(std::string_view text) noexcept {
-#if defined(__GNUC__) || defined(__clang__)
-    if (text.empty()) return;
-    __builtin_prefetch(text.data());
-    __builtin_prefetch(text.data() + text.size() - 1);
-#else
-    (void)text;
-#endif
-}
-
-}  // namespace
 
 TextColumn::TextColumn(std::string_view fill) : fill_(fill), s_(std::make_shared<Storage>()) {}
 

@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "text/encodings.hpp"
+#include "text/prefetch.hpp"
 #include "text/text.hpp"
 #include "vocabulary/vocabulary.hpp"
 #include "writer/plan.hpp"
@@ -174,20 +175,24 @@ public:
 
     // Row i's line as the list before has it, or nothing when it must be written anew.
     // Rows are asked for in ascending order.
-    std::optional<std::string_view> Line(size_t i) {
+    std::optional<std::string_view> Line(size_t i) { return LineAt(i, next_); }
+    // Whether row i's line is written anew, asked a few rows ahead of Line (ascending too).
+    bool WrittenAnew(size_t i) { return !LineAt(i, ahead_); }
+
+private:
+    std::optional<std::string_view> LineAt(size_t i, size_t& next) const {
         if (!usable_ || (changed_[i / 64] >> (i % 64) & 1) != 0) return std::nullopt;
         const std::vector<TextColumn::Piece>& lines = last_.lines;
-        while (next_ < lines.size() && lines[next_].row < i) ++next_;
-        if (next_ == lines.size() || lines[next_].row != i) return std::nullopt;
-        const TextColumn::Piece& p = lines[next_];
+        while (next < lines.size() && lines[next].row < i) ++next;
+        if (next == lines.size() || lines[next].row != i) return std::nullopt;
+        const TextColumn::Piece& p = lines[next];
         return list_.substr(p.offset, p.length);
     }
 
-private:
     const LastRendering& last_;
     std::vector<uint64_t> changed_;  // a bit for each row whose tables changed
     std::string_view list_;
-    size_t next_ = 0;
+    size_t next_ = 0, ahead_ = 0;
     bool usable_ = false;
 };
 
@@ -273,7 +278,14 @@ public:
         : m_(m), shape_(ShapeOf(m.plan)), out_(out), pieces_(pieces), linesBefore_(m, shape_) {}
 
     void Write(const PlannedLine* from, const PlannedLine* to, std::string_view comments) {
+        // An event line written anew is put together from its row's fields in the list as
+        // read, a place far from the last: its text is asked for some lines ahead.
+        constexpr ptrdiff_t kAhead = 24;
+        const PlannedLine* ahead = from;
         for (const PlannedLine* l = from; l != to; ++l) {
+            for (; ahead != to && ahead - l < kAhead; ++ahead)
+                if (ahead->kind == LineKind::Event && linesBefore_.WrittenAnew(ahead->row))
+                    Prefetch(m_.readOrigCompleteLine.Get(ahead->row));
             const size_t start = out_.size();
             WriteLine(m_, shape_, *l, comments, out_, reelField_, &linesBefore_);
             // The row's text becomes the line just written. It is a piece of the list itself,
