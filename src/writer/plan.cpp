@@ -9,6 +9,7 @@
 #include <bit>
 #include <functional>
 
+#include "text/prefetch.hpp"
 #include "text/text.hpp"
 #include "vocabulary/vocabulary.hpp"
 
@@ -359,7 +360,8 @@ struct ListPlanner::State {
     SortedBlocks sorted;
     std::vector<ChangeItem>& report;
     bool record = false;
-    int64_t next = 2;  // the next row to plan
+    int64_t next = 2;     // the next row to plan
+    int64_t fetched = 2;  // the rows before this one had their texts asked for ahead where needed
     int32_t events = 0;
     bool firstEvent = true;
     int32_t masterReelEvents = 0;
@@ -401,6 +403,12 @@ bool ListPlanner::PlanRows(int64_t rows) {
             i = visit - 1;
             continue;
         }
+        // A motion or audio line is read as it stands, at its place in the list: its text is
+        // asked for some rows ahead, before the planner comes to it.
+        constexpr int64_t kRowsAhead = 48;
+        for (const int64_t ahead = std::min(until, i + kRowsAhead); st.fetched < ahead; ++st.fetched)
+            if ((codes[size_t(st.fetched)] & (RowCodes::Motion | RowCodes::Audio)) != 0)
+                Prefetch(m.copyCompletLine.Get(st.fetched));
         const bool skipSplit = o.audio && (st.plan.rowsToVisit.split[size_t(i) / 64] >> (i % 64) & 1) != 0;
         if (!skipSplit) {
             uint8_t& known = codes[size_t(i)];
