@@ -89,39 +89,34 @@ void AllAudioOnOff(Document& m, Platform& platform) {
     });
     for (const uint32_t i : strayModes) m.copyMode.set(i, {});
     const Document::ReadTracks& tracks = ReadTracksOf(m);
-    size_t from = 0;
+    // Every row first as a row without a track, in one go; then the rows with one.
     const auto display = m.displayThisAudioEventLine.begin();
+    std::fill(display, display + ptrdiff_t(rows), m.boolA1234);
     for (size_t k = 0; k < tracks.rows.size() && tracks.rows[k] < rows; ++k) {
         const size_t i = tracks.rows[k];
-        std::fill(display + ptrdiff_t(from), display + ptrdiff_t(i), m.boolA1234);
-        from = i + 1;
         platform.Yield();
         const std::string_view mode = tracks.modes[k];
         const bool video = (tracks.tracks[k] & Document::ReadTracks::kVideo) != 0;
         const bool audio = (tracks.tracks[k] & Document::ReadTracks::kAudio) != 0;
+        // A row with a "V" is shown whatever the switch says: it keeps its video. A row
+        // without any audio mark but with a "V" is pure video and keeps its mode as well (it
+        // was shown since the load, which shows every row).
+        m.displayThisAudioEventLine[i] = m.boolA1234 || video;
         if (m.boolA1234) {
-            // Audio kept: a row without any audio mark but with a "V" is pure video and keeps
-            // what it has.
-            if (audio || !video) {
-                setMode(i, mode);
-                m.displayThisAudioEventLine[i] = true;
-            }
+            if (audio || !video) setMode(i, mode);
         } else if (video && audio) {
             setMode(i, "V");
-            m.displayThisAudioEventLine[i] = true;
             if (m.report.recording)
                 report.push_back(
                     {ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(tracks.Mode(k)), "V"});
         } else if (!video) {
             // Whatever holds no "V" counts as audio, "B" and "NONE" as well.
             setMode(i, mode);
-            m.displayThisAudioEventLine[i] = false;
             if (m.report.recording)
                 report.push_back(
                     {ChangeKind::AudioLeftOut, int32_t(i), EventOf(m, i), 0, std::string(tracks.Mode(k)), {}});
         }
     }
-    std::fill(display + ptrdiff_t(from), display + ptrdiff_t(rows), m.boolA1234);
 }
 
 void AllKeysOnOff(Document& m, Platform& platform) {
