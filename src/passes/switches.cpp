@@ -84,8 +84,8 @@ void AllAudioOnOff(Document& m, Platform& platform) {
     // A row without any track (every line that is no event) counts as audio, shown while audio
     // is kept, and its copy has no mode. The rows between two with a track are done in one go.
     std::vector<uint32_t> strayModes;
-    m.copyMode.ForEachEntry([&](size_t i, std::string_view) {
-        if (i < rows && !m.readOrigMode.HasEntry(i)) strayModes.push_back(uint32_t(i));
+    m.copyMode.ForEachRowNotIn(m.readOrigMode, [&](size_t i) {
+        if (i < rows) strayModes.push_back(uint32_t(i));
     });
     for (const uint32_t i : strayModes) m.copyMode.set(i, {});
     const Document::ReadTracks& tracks = ReadTracksOf(m);

@@ -70,6 +70,16 @@ public:
         }
     }
 
+    // Calls f(row) for every row with an entry here and none in `other`, in row order: a
+    // word of 64 rows at a time.
+    template <typename F>
+    void ForEachNotIn(const RowSet& other, F&& f) const {
+        for (size_t b = 0; b < blocks_.size(); ++b) {
+            uint64_t bits = blocks_[b].bits & ~(b < other.blocks_.size() ? other.blocks_[b].bits : 0);
+            for (; bits != 0; bits &= bits - 1) f(b * 64 + size_t(std::countr_zero(bits)));
+        }
+    }
+
     size_t Bytes() const noexcept { return blocks_.capacity() * sizeof(Block); }
 
 private:

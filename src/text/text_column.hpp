@@ -109,6 +109,11 @@ public:
         const Storage& s = *s_;
         s.rows.ForEach([&](size_t row, size_t place) { f(row, View(s, s.refs[place])); });
     }
+    // Calls f(row) for each row that holds an entry here and none in `other`, in row order.
+    template <typename F>
+    void ForEachRowNotIn(const TextColumn& other, F&& f) const {
+        s_->rows.ForEachNotIn(other.s_->rows, f);
+    }
 
     const ChangeLog& Changes() const noexcept { return changes_; }
     ChangeLog& Changes() noexcept { return changes_; }

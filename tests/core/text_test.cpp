@@ -337,6 +337,25 @@ TEST(TextColumn, ReadsAsAPlainTableUnderAnyChanges) {
     EXPECT_EQ(names.Get(1000), "");
 }
 
+TEST(TextColumn, RowsWithAnEntryHereAndNoneThereAreThoseAPlainScanFinds) {
+    // The other table shorter, as long, and longer; entries set at random in both.
+    std::mt19937 random(3);
+    for (const size_t otherRows : {size_t(70), size_t(300), size_t(500)}) {
+        TextColumn here, there;
+        here.assign_empty(300);
+        there.assign_empty(otherRows);
+        for (int k = 0; k < 200; ++k) {
+            here.set(random() % 300, "A");
+            there.set(random() % otherRows, "V");
+        }
+        std::vector<size_t> want, got;
+        for (size_t row = 0; row < 300; ++row)
+            if (here.HasEntry(row) && !there.HasEntry(row)) want.push_back(row);
+        here.ForEachRowNotIn(there, [&got](size_t row) { got.push_back(row); });
+        EXPECT_EQ(got, want) << otherRows << " rows there";
+    }
+}
+
 TEST(NumberColumn, ReadsAsAPlainTableUnderAnyChanges) {
     // Bit for bit: a negative zero is no zero, and the mark of a row without motion is exact.
     const auto same = [](const auto& t, size_t row, auto want) {
