@@ -111,6 +111,20 @@ void TextColumn::set(size_t i, std::string_view text) {
 }
 
 void TextColumn::SetOutsidePieces(SharedText outside, std::span<const Piece> pieces) {
+    // The walk below takes the pieces in strictly ascending rows, as the writer makes them.
+    // Others are put in that order first, the last piece given to a row counting: a row
+    // pieced twice must not be taken for one left out.
+    std::vector<Piece> ordered;
+    if (std::adjacent_find(pieces.begin(), pieces.end(),
+                           [](const Piece& a, const Piece& b) { return a.row >= b.row; }) != pieces.end()) {
+        ordered.assign(pieces.begin(), pieces.end());
+        std::stable_sort(ordered.begin(), ordered.end(), [](const Piece& a, const Piece& b) { return a.row < b.row; });
+        size_t kept = 0;
+        for (size_t k = 0; k < ordered.size(); ++k)
+            if (k + 1 == ordered.size() || ordered[k + 1].row != ordered[k].row) ordered[kept++] = ordered[k];
+        ordered.resize(kept);
+        pieces = ordered;
+    }
     Storage& s = Own();
     // So many rows at once are as good as everything to a reader of the changes.
     const bool listRows = !changes_.TooManyToList(pieces.size());

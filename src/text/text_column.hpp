@@ -95,7 +95,7 @@ public:
     // Points rows at pieces of an outside buffer, all in one go: pieces[k] says that row
     // `row` is the text at `offset`, `length` of `outside`. Rows that pointed into the
     // outside buffer of the time before and are not among the pieces keep their texts. The
-    // pieces come in row order.
+    // pieces come in row order as a rule; a row given two takes the later one.
     struct Piece {
         uint32_t row;
         uint32_t offset;

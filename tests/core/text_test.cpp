@@ -404,6 +404,16 @@ TEST(TextColumn, RenderingsOfPiecesAndSingleSetsReadAsAPlainTable) {
             buffer->append(text).push_back('\r');
             model[row] = text;
         }
+        if (round % 4 == 3 && !pieces.empty()) {
+            // Out of row order: rows given a second piece, which counts.
+            for (int k = 0; k < 3; ++k) {
+                const uint32_t row = pieces[rng() % pieces.size()].row;
+                const std::string text = "again " + std::to_string(k);
+                pieces.push_back({row, uint32_t(buffer->size()), uint32_t(text.size())});
+                buffer->append(text).push_back('\r');
+                model[row] = text;
+            }
+        }
         t.SetOutsidePieces(std::move(buffer), pieces);
         for (int k = 0; k < 5; ++k) {
             const size_t row = rng() % 300;
