@@ -82,7 +82,7 @@ void AllAudioOnOff(Document& m, Platform& platform) {
         if ((now.data() != mode.data() || now.size() != mode.size()) && now != mode) m.copyMode.set(i, mode);
     };
     // A row without any track (every line that is no event) counts as audio, shown while audio
-    // is kept, and its copy has no mode. The rows between two with a track are done in one go.
+    // is kept, and its copy has no mode.
     std::vector<uint32_t> strayModes;
     m.copyMode.ForEachRowNotIn(m.readOrigMode, [&](size_t i) {
         if (i < rows) strayModes.push_back(uint32_t(i));

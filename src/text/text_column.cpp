@@ -168,13 +168,7 @@ void TextColumn::SetOutsidePieces(SharedText outside, std::span<const Piece> pie
     for (size_t j = 0; j < notPieced.size(); ++j) {
         if (j + kAhead < notPieced.size())
             if (const Ref* ahead = stillOutside(notPieced[j + kAhead])) Prefetch(View(s, *ahead));
-        Ref* r = stillOutside(notPieced[j]);
-        if (!r) continue;
-        const std::string_view text = View(s, *r);
-        if (s.arena.size() + text.size() > 0xFFFFFFFFull) Compact(s);
-        if (s.arena.size() + text.size() > 0xFFFFFFFFull) throw std::length_error("table arena full");
-        *r = Ref{uint32_t(s.arena.size()), uint32_t(text.size()) | kArena};
-        s.arena.append(text);
+        if (Ref* r = stillOutside(notPieced[j])) *r = Store(s, View(s, *r));
     }
     s.outside = std::move(outside);
     s.outsideRows.swap(rows);
