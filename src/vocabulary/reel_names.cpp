@@ -35,18 +35,11 @@ bool IsReservedReel(std::string_view reel) noexcept {
 
 void AppendReelField(std::string& out, std::string_view name, bool grassValley) {
     const int64_t width = grassValley ? 6 : 8;
-    // Most reels are plain ASCII names that fit, with blanks at most behind them (a generated
-    // chain name comes formatted already): the name, then blanks to the width. The four
-    // reserved ones are told by length.
-    if (IsAscii(name)) {
-        const size_t blank = name.find(' ');
-        const std::string_view plain = name.substr(0, blank);
-        if (!plain.empty() && plain.size() <= size_t(width) && plain.size() != 2 && plain.size() != 3 &&
-            plain.size() != 5 &&
-            (blank == std::string_view::npos || name.find_first_not_of(' ', blank) == std::string_view::npos)) {
-            out.append(plain).append(size_t(width) - plain.size(), ' ');
-            return;
-        }
+    std::string_view plain;
+    size_t blanks = 0;
+    if (PlainReelField(name, grassValley, plain, blanks)) {
+        out.append(plain).append(blanks, ' ');
+        return;
     }
 
     std::string scratch;

@@ -27,4 +27,22 @@ std::string FormatReelNames(std::string_view name, bool grassValley);
 // The same, appended in place.
 void AppendReelField(std::string& out, std::string_view name, bool grassValley);
 
+// Most reels are plain ASCII names that fit, with blanks at most behind them (a generated chain
+// name comes formatted already): their field is the name, then blanks to the width. The four
+// reserved ones are told by length. For such a name this gives the name and the number of
+// blanks; for any other, false (AppendReelField takes every name).
+inline bool PlainReelField(std::string_view name, bool grassValley, std::string_view& plain, size_t& blanks) noexcept {
+    const size_t width = grassValley ? 6 : 8;
+    // A look at each byte, no call: a reel name is a few bytes.
+    size_t n = 0;
+    unsigned char any = 0;
+    for (; n < name.size() && name[n] != ' '; ++n) any |= static_cast<unsigned char>(name[n]);
+    if (n == 0 || n > width || n == 2 || n == 3 || n == 5 || any >= 0x80) return false;
+    for (size_t k = n; k < name.size(); ++k)
+        if (name[k] != ' ') return false;
+    plain = name.substr(0, n);
+    blanks = width - n;
+    return true;
+}
+
 }  // namespace vornelt

@@ -28,6 +28,36 @@ namespace vornelt {
 
 namespace {
 
+// A text of a few bytes copied without a call: two loads, which may overlap, cover any
+// length up to 32 and read nothing outside the text. The fields of an event line are such
+// texts, and a call for each cost more than the copying.
+inline void CopyShort(char* to, const char* from, size_t n) noexcept {
+    if (n >= 16) {
+        char a[16], b[16];
+        std::memcpy(a, from, 16);
+        std::memcpy(b, from + n - 16, 16);
+        std::memcpy(to, a, 16);
+        std::memcpy(to + n - 16, b, 16);
+    } else if (n >= 8) {
+        uint64_t a, b;
+        std::memcpy(&a, from, 8);
+        std::memcpy(&b, from + n - 8, 8);
+        std::memcpy(to, &a, 8);
+        std::memcpy(to + n - 8, &b, 8);
+    } else if (n >= 4) {
+        uint32_t a, b;
+        std::memcpy(&a, from, 4);
+        std::memcpy(&b, from + n - 4, 4);
+        std::memcpy(to, &a, 4);
+        std::memcpy(to + n - 4, &b, 4);
+    } else if (n > 0) {
+        const char a = from[0], b = from[n / 2], c = from[n - 1];
+        to[0] = a;
+        to[n / 2] = b;
+        to[n - 1] = c;
+    }
+}
+
 // One event line, put together in place and added to the list in one go: a line is some twenty
 // pieces, and each piece added to the list on its own costs a check of the list's room. A line
 // that does not fit (a long text in the duration or B field) is written the plain way.
@@ -36,17 +66,22 @@ public:
     LineBuffer& append(std::string_view s) noexcept {
         if (s.size() > kRoom - n_) {
             overflowed_ = true;
-        } else if (!s.empty()) {  // an empty text may have no address at all
+        } else if (s.size() <= 32) {
+            CopyShort(data_ + n_, s.data(), s.size());
+            n_ += s.size();
+        } else {
             std::memcpy(data_ + n_, s.data(), s.size());
             n_ += s.size();
         }
         return *this;
     }
     LineBuffer& append(size_t count, char c) noexcept {
-        if (count > kRoom - n_) {
+        if (count > kRoom || count > kRoom - n_) {
             overflowed_ = true;
         } else {
-            std::memset(data_ + n_, c, count);
+            // Padding is a few blanks: sixteen are set at once, into the room behind the line.
+            std::memset(data_ + n_, c, kSlack);
+            if (count > kSlack) std::memset(data_ + n_, c, count);
             n_ += count;
         }
         return *this;
@@ -62,7 +97,8 @@ public:
 
 private:
     static constexpr size_t kRoom = 192;
-    char data_[kRoom];
+    static constexpr size_t kSlack = 16;
+    char data_[kRoom + kSlack];
     size_t n_ = 0;
     bool overflowed_ = false;
 };
@@ -107,9 +143,15 @@ void AppendEventLine(Out& out, const EventFields& f, bool grassValley, std::stri
         AppendZeroFilled(out, f.number, grassValley ? 4 : 3);
     out.push_back(' ');
 
-    reelField.clear();
-    AppendReelField(reelField, f.reel, grassValley);
-    out.append(reelField);
+    std::string_view plainReel;
+    size_t blanks = 0;
+    if (PlainReelField(f.reel, grassValley, plainReel, blanks)) {
+        out.append(plainReel).append(blanks, ' ');
+    } else {
+        reelField.clear();
+        AppendReelField(reelField, f.reel, grassValley);
+        out.append(reelField);
+    }
     out.push_back(' ');
 
     AppendMode(out, f.mode);

@@ -189,7 +189,11 @@ TEST_F(WriterTest, RowsZeroAndOneAreNeverWritten) {
 TEST_F(WriterTest, EventLineFields) {
     // Number, reel, mode, transition, what follows it; the line up to the record timecodes. Keys
     // as dissolves star the background row.
-    const std::tuple<int, const char*, const char*, const char*, const char*, const char*> cases[] = {
+    const std::string b17 = "B123456789ABCDEFG", b40 = "B" + std::string(39, 'x'), b200 = "B" + std::string(199, 'y');
+    const auto keyWithB = [](const std::string& b) {
+        return "007 R        V        K " + b + "      10:00:00:00 10:00:01:00";
+    };
+    const std::tuple<int, const char*, const char*, const char*, std::string, std::string> cases[] = {
         {7, "R", "AAAA/V", "C", "", "007 R            C        10:00:00:00 10:00:01:00"},
         {7, "R", "V", "KB", "", "007 R        V       KB        10:00:00:00 10:00:01:00"},
         {7, "R", "V", "W0011", "010", "007 R        V         010 10:00:00:00 10:00:01:00"},
@@ -198,6 +202,11 @@ TEST_F(WriterTest, EventLineFields) {
         {1234, "R", "V", "C", "", "1234 R        V        C        10:00:00:00 10:00:01:00"},
         {7, "", "V", "C", "", "007  V        C        10:00:00:00 10:00:01:00"},
         {7, "R", "V", "D", "b", "*** R        V        D b      10:00:00:00 10:00:01:00"},
+        {7, "TAPE1  ", "V", "C", "", "007 TAPE1    V        C        10:00:00:00 10:00:01:00"},
+        // B fields of every length a line copies its pieces by, and one too long for its room.
+        {7, "R", "V", "K", b17, keyWithB(b17)},
+        {7, "R", "V", "K", b40, keyWithB(b40)},
+        {7, "R", "V", "K", b200, keyWithB(b200)},
     };
     for (const auto& [number, reel, mode, trans, rest, expected] : cases) {
         Restart();
