@@ -8,6 +8,7 @@
 #include <array>
 #include <bit>
 #include <functional>
+#include <utility>
 
 #include "text/prefetch.hpp"
 #include "text/text.hpp"
@@ -56,7 +57,10 @@ inline bool KeepsNoteRow(bool isMotion, bool isAudio, double motion, const PlanO
 class CommentBlock {
 public:
     explicit CommentBlock(const std::string& movie)
-        : movie_(movie), movieLineEnds_(uint32_t(std::count(movie.begin(), movie.end(), kCR))) {}
+        : movieLineEnds_(uint32_t(std::count(movie.begin(), movie.end(), kCR))),
+          from_(Line(kFromClipName, movie)),
+          to_(Line(kToClipName, movie)),
+          key_(Line(kKeyClipName, movie)) {}
 
     const std::string& Text() const noexcept { return block_; }
     // The line ends in the text: counted as the text grows, not read again.
@@ -72,28 +76,38 @@ public:
     void DissolveForm() { EffectForm(kEffectCrossDissolve, {}); }
     void WipeForm(std::string_view name) { EffectForm(kEffectName, name); }
     void KeyForm() {
-        block_.append(kKeyClipName).append(movie_).push_back(kCR);
+        block_.append(key_);
         lineEnds_ += 1 + movieLineEnds_;
     }
     void PrependFrom() {
-        spare_.clear();
-        spare_.append(kFromClipName).append(movie_).push_back(kCR);
-        spare_.append(block_);
-        block_.swap(spare_);
+        // Most events bring no block of their own: theirs is the FROM line alone.
+        if (block_.empty()) {
+            block_.assign(from_);
+        } else {
+            spare_.assign(from_).append(block_);
+            block_.swap(spare_);
+        }
         lineEnds_ += 1 + movieLineEnds_;
     }
 
 private:
+    // A line naming the movie, the same for every event of a run.
+    static std::string Line(std::string_view literal, const std::string& movie) {
+        std::string line;
+        line.append(literal).append(movie).push_back(kCR);
+        return line;
+    }
+
     void EffectForm(std::string_view literal, std::string_view name) {
         spare_.clear();
         spare_.append(literal).append(name).append(block_).push_back(kCR);
-        spare_.append(kToClipName).append(movie_).push_back(kCR);
+        spare_.append(to_);
         block_.swap(spare_);
         lineEnds_ += 2 + movieLineEnds_ + uint32_t(std::count(name.begin(), name.end(), kCR));
     }
 
-    const std::string& movie_;
     const uint32_t movieLineEnds_;
+    const std::string from_, to_, key_;
     uint32_t lineEnds_ = 0;
     std::string block_;
     std::string spare_;
@@ -285,22 +299,40 @@ public:
     }
     // The comment text appended to the plan since `begin`, with its line ends: one planned
     // line for all of it.
-    void AddComments(size_t begin, uint32_t lineEnds) {
-        RoomForLine();
-        plan_.lines.push_back(
-            {LineKind::Comments, row_, plan_.lineCount + 1, uint32_t(begin), uint32_t(plan_.comments.size())});
-        plan_.lineCount += lineEnds;
+    void AddComments(size_t begin, uint32_t lineEnds) { AddCommentsAt(begin, plan_.comments.size(), lineEnds); }
+    // An event's block of comment lines and the line end behind it, as one planned line. Most
+    // events of a list bring the same block as the event before: such a block is the text
+    // already in the plan, not a copy of it.
+    void AddBlock(std::string_view block, uint32_t lineEnds) {
+        const std::string& c = plan_.comments;
+        const size_t size = block.size() + kLineEnd.size();
+        const bool same = last_.second - last_.first == size && last_.second <= c.size() &&
+                          std::string_view(c).substr(last_.first, block.size()) == block &&
+                          std::string_view(c).substr(last_.first + block.size(), kLineEnd.size()) == kLineEnd;
+        if (!same) {
+            last_.first = c.size();
+            AppendComments(block);
+            AppendComments(kLineEnd);
+            last_.second = c.size();
+        }
+        AddCommentsAt(last_.first, last_.second, lineEnds);
     }
 
     std::function<void()> beforeMove;
 
 private:
+    void AddCommentsAt(size_t begin, size_t end, uint32_t lineEnds) {
+        RoomForLine();
+        plan_.lines.push_back({LineKind::Comments, row_, plan_.lineCount + 1, uint32_t(begin), uint32_t(end)});
+        plan_.lineCount += lineEnds;
+    }
     void RoomForLine() {
         if (plan_.lines.size() == plan_.lines.capacity() && beforeMove) beforeMove();
     }
 
     ListPlan& plan_;
-    uint32_t row_ = 0;  // the row of the line before
+    uint32_t row_ = 0;                      // the row of the line before
+    std::pair<size_t, size_t> last_{0, 0};  // where the block added last stands in the comments
 };
 
 }  // namespace
@@ -434,11 +466,9 @@ bool ListPlanner::PlanRows(int64_t rows) {
                                                      : "is numbered " + std::to_string(current) + ", not 1",
                                               {}});
                         if (code & RowCodes::NoDuration) block.PrependFrom();
-                        const size_t begin = plan.comments.size();
                         // Only a block of three lines is sorted; sorting keeps the number of lines.
-                        lines.AppendComments(block.LineEnds() == 3 ? st.sorted.Sorted(block.Text()) : block.Text());
-                        lines.AppendComments(kLineEnd);
-                        lines.AddComments(begin, block.LineEnds() + 1);
+                        lines.AddBlock(block.LineEnds() == 3 ? st.sorted.Sorted(block.Text()) : block.Text(),
+                                       block.LineEnds() + 1);
                         block.Clear();
                     }
                 }

@@ -323,6 +323,12 @@ TEST_F(WriterTest, CommentBlocks) {
         {true, {{1, "C", ""}, {1, "W001", "030"}}, 2, "#|#|F|||"},
         {true, {{1, "C", ""}, {1, "K", "B"}, {2, "C", ""}}, 1, "#|#|F|* KEY CLIP NAME:  M||#|F|||"},
         {true, {{1, "C", ""}, {2, "K", "B", true}, {2, "D", "010"}}, 1, "#||#|F|||"},
+        // Two blocks of the same length, one after the other, each with its own text.
+        {true,
+         {{1, "C", ""}, {1, "W003", "030"}, {2, "C", ""}, {2, "W008", "030"}, {3, "C", ""}},
+         1,
+         "#|#|* EFFECT NAME: EDGE WIPE TOP LEFT|F|* TO CLIP NAME:  M||#|#|* EFFECT NAME: EDGE WIPE FOUR BOX|F|"
+         "* TO CLIP NAME:  M||#|F|||"},
     };
     for (const auto& [emptyRowTwo, rows, listIndex, expected] : cases) {
         SCOPED_TRACE(expected);
