@@ -28,7 +28,8 @@ struct PlannedLine {
     // it, so that rows never decrease down the plan.
     uint32_t row = 0;
     uint32_t line = 0;  // where it stands in the new list, from 1
-    // Comments: its text in ListPlan::comments, each line ended by a carriage return.
+    // Comments: its text in ListPlan::comments, each line ended by a carriage return; lines with
+    // the same text may share it.
     uint32_t begin = 0;
     uint32_t end = 0;
 };
