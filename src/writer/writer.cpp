@@ -28,28 +28,27 @@ namespace vornelt {
 
 namespace {
 
+// The first and the last `width` bytes of a text of `width` to 2 * `width` bytes, both read
+// before either is written: together they cover the text, overlapping in the middle.
+template <size_t width>
+inline void CopyEnds(char* to, const char* from, size_t n) noexcept {
+    char head[width], tail[width];
+    std::memcpy(head, from, width);
+    std::memcpy(tail, from + n - width, width);
+    std::memcpy(to, head, width);
+    std::memcpy(to + n - width, tail, width);
+}
+
 // A text of a few bytes copied without a call: two loads, which may overlap, cover any
 // length up to 32 and read nothing outside the text. The fields of an event line are such
 // texts, and a call for each cost more than the copying.
 inline void CopyShort(char* to, const char* from, size_t n) noexcept {
     if (n >= 16) {
-        char a[16], b[16];
-        std::memcpy(a, from, 16);
-        std::memcpy(b, from + n - 16, 16);
-        std::memcpy(to, a, 16);
-        std::memcpy(to + n - 16, b, 16);
+        CopyEnds<16>(to, from, n);
     } else if (n >= 8) {
-        uint64_t a, b;
-        std::memcpy(&a, from, 8);
-        std::memcpy(&b, from + n - 8, 8);
-        std::memcpy(to, &a, 8);
-        std::memcpy(to + n - 8, &b, 8);
+        CopyEnds<8>(to, from, n);
     } else if (n >= 4) {
-        uint32_t a, b;
-        std::memcpy(&a, from, 4);
-        std::memcpy(&b, from + n - 4, 4);
-        std::memcpy(to, &a, 4);
-        std::memcpy(to + n - 4, &b, 4);
+        CopyEnds<4>(to, from, n);
     } else if (n > 0) {
         const char a = from[0], b = from[n / 2], c = from[n - 1];
         to[0] = a;
